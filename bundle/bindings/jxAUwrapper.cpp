@@ -1,0 +1,45 @@
+#include "jxAUwrapper.h"
+
+#include "Class.h"
+#include "MacRoman.h"
+#include "NSAssertionHandler.h"
+
+const Class& jxAUwrapper::isa() const { return record(); }
+
+const Class& jxAUwrapper::record() {
+  static const Class c = Class::of<jxAUwrapper>("jxAUwrapper", NSObject::record());
+  return c;
+}
+
+std::shared_ptr<jxAUwrapper> jxAUwrapper::wrapperWithAU(AudioUnit unit) {
+  return std::make_shared<jxAUwrapper>(unit);
+}
+
+UInt32 jxAUwrapper::auVersion() {
+  if (mAU && auVersion_ == 0) auVersion_ = static_cast<UInt32>(GetComponentVersion(mAU));
+  return auVersion_;
+}
+
+std::string jxAUwrapper::auName() const {
+  if (!mAU) return {};
+  const std::unique_ptr<char*, decltype(&DisposeHandle)> handle(NewHandle(0), &DisposeHandle);
+  if (GetComponentInfo(mAU, nullptr, handle.get(), nullptr, nullptr) != noErr)
+    NSAssertionHandler::currentHandler().handleFailureInMethod("auName", this, "jxAUwrapper", 76,
+                                                               "Getting the AU name failed");
+  HLock(handle.get());
+  const char* bytes = *handle;
+  std::string name(bytes + 1, static_cast<unsigned char>(bytes[0]));
+  HUnlock(handle.get());
+
+  if (const size_t colon = name.find(':'); colon != std::string::npos) name.erase(0, colon + 1);
+  if (name.starts_with(" AU")) name.replace(0, 3, " ");
+  return foundation::utf8FromMacRoman(name);
+}
+
+AudioUnitParameter jxAUwrapper::globalParameter(SInt32 identifier) const {
+  return {mAU, static_cast<AudioUnitParameterID>(identifier), kAudioUnitScope_Global, 0};
+}
+
+AudioUnitProperty jxAUwrapper::globalProperty(SInt32 identifier) const {
+  return {mAU, static_cast<AudioUnitPropertyID>(identifier), kAudioUnitScope_Global, 0};
+}

@@ -1,0 +1,17 @@
+#include "EditorWindow.h"
+
+#include "NSScreen.h"
+#include "NSWindow.h"
+
+std::shared_ptr<NSWindow> windowForEditor(const std::shared_ptr<NSView>& editor, const std::string& title) {
+  const NSSize size = editor->frame().size;
+  const NSRect screen = NSScreen::screens()[0].frame();
+  const NSRect centred = NSMakeRect((NSWidth(screen) - size.width) / 2, (NSHeight(screen) - size.height) / 2,
+                                    size.width, size.height);
+  auto window =
+      std::make_shared<NSWindow>(centred, NSTitledWindowMask, NSBackingStoreBuffered, false);
+  window->setTitle(title);
+  window->setContentView(editor);
+  window->setInitialFirstResponder(editor.get());
+  return window;
+}

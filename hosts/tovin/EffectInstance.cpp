@@ -1,0 +1,27 @@
+#include "EffectInstance.h"
+
+#include "MacRoman.h"
+
+EffectInstance openEffect(Component component) {
+  ComponentInstance instance = nullptr;
+  OpenAComponent(component, &instance);
+  return EffectInstance(instance);
+}
+
+std::string effectCode(Component component) {
+  ComponentDescription description;
+  GetComponentInfo(component, &description, nullptr, nullptr, nullptr);
+  std::string code;
+  for (int shift = 24; shift >= 0; shift -= 8)
+    code += static_cast<char>(description.componentSubType >> shift & 0xFF);
+  return code;
+}
+
+std::string effectName(Component component) {
+  const Handle name = NewHandle(0);
+  std::string text;
+  if (GetComponentInfo(component, nullptr, name, nullptr, nullptr) == noErr)
+    text = foundation::utf8FromMacRoman({*name + 1, static_cast<unsigned char>(**name)});
+  DisposeHandle(name);
+  return text;
+}

@@ -1,0 +1,124 @@
+#include "SnapshotCommand.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+
+#include "EditorBundle.h"
+#include "EditorWindow.h"
+#include "EffectArgument.h"
+#include "EffectInstance.h"
+#include "EffectRunner.h"
+#include "NSRunLoop.h"
+#include "NSWindow.h"
+#include "OffscreenDisplay.h"
+#include "SetOption.h"
+#include "SignalSource.h"
+
+namespace {
+
+constexpr Float64 sampleRate = 44100;
+constexpr UInt32 blockFrames = 441;  // a hundredth of a second
+
+struct Options {
+  std::string effect;
+  std::vector<std::string> settings;
+  std::string input = "drums";
+  double seconds = 2;
+  float scale = 1;
+  std::string output;
+};
+
+struct Outcome {
+  ExitStatus status = exitOk;
+  std::string error;
+};
+
+/// Lets virtual time pass in blocks: audio through the effect, then all that is due in the editor.
+bool play(EffectRunner& runner, SignalSource& source, VirtualClock& clock, double seconds) {
+  std::vector<float> samples[kAudioMaximumChannels] = {std::vector<float>(blockFrames),
+                                                       std::vector<float>(blockFrames)};
+  float* const output[] = {samples[0].data(), samples[1].data()};
+  const auto blocks = static_cast<long>(seconds * sampleRate / blockFrames);
+  for (long i = 0; i < blocks; ++i) {
+    if (runner.pull(source, output, blockFrames) != noErr) return false;
+    clock.advance(NSRunLoop::currentRunLoop(), blockFrames / sampleRate);
+  }
+  return true;
+}
+
+Outcome drawEditor(const EditorBundle& bundle, Component component, const Options& options,
+                   const std::string& file) {
+  VirtualClock clock;
+  const OffscreenDisplay display(options.scale);
+  const std::string code = effectCode(component);
+  std::string error;
+  const EffectInstance effect = openEffect(component);
+  if (!effect) return {exitFailed, code + ": the effect cannot be opened"};
+  if (!applySetOption(effect.get(), options.settings, error)) return {exitWrongArguments, error};
+  auto source = SignalSource::named(options.input, sampleRate, error);
+  if (!source) return {exitWrongArguments, error};
+  const auto runner = EffectRunner::make(effect.get(), sampleRate, 2, blockFrames, error);
+  if (!runner) return {exitFailed, code + ": " + error};
+  const auto editor = bundle.editorFor(effect.get());
+  if (!editor) return {exitFailed, code + ": there is no editor for this effect"};
+
+  const auto window = windowForEditor(editor, code);
+  window->makeKeyAndOrderFront();
+  if (!play(*runner, *source, clock, options.seconds)) return {exitFailed, code + ": rendering failed"};
+  window->snapshot()->writePng(file);
+  window->close();
+  return {};
+}
+
+Outcome drawAll(const EditorBundle& bundle, const Options& options) {
+  if (!options.settings.empty())
+    return {exitWrongArguments, "--set: parameters differ between effects; expected one effect, not \"all\""};
+  std::filesystem::create_directories(options.output);
+  const ComponentDescription effects{.componentType = FourCharCode("aufx")};
+  for (Component c = FindNextComponent(nullptr, &effects); c; c = FindNextComponent(c, &effects)) {
+    const std::string file = options.output + "/" + effectCode(c) + ".png";
+    Outcome outcome = drawEditor(bundle, c, options, file);
+    if (outcome.status != exitOk) return outcome;
+    std::cout << file << "\n";
+  }
+  return {};
+}
+
+Outcome draw(const Options& options) {
+  std::string error;
+  const auto bundle = EditorBundle::load(error);
+  if (!bundle) return {exitFailed, error};
+  if (options.effect == "all") return drawAll(*bundle, options);
+  const Component component = effectFromArgument(options.effect, error);
+  if (!component) return {exitWrongArguments, error};
+  return drawEditor(*bundle, component, options, options.output);
+}
+
+ExitStatus run(const Options& options) {
+  Outcome outcome;
+  try {
+    outcome = draw(options);
+  } catch (const std::exception& failure) {  // of files and folders
+    outcome = {exitFailed, failure.what()};
+  }
+  if (outcome.status != exitOk) std::cerr << "tovin: " << outcome.error << "\n";
+  return outcome.status;
+}
+
+}  // namespace
+
+Command snapshotCommand(CLI::App& program) {
+  CLI::App* app = program.add_subcommand("snapshot", "Draw an editor to a PNG file; needs no display.");
+  const auto options = std::make_shared<Options>();
+  app->add_option("EFFECT", options->effect, std::string(effectArgumentHelp) + ", or \"all\"")->required();
+  addSetOption(*app, options->settings);
+  app->add_option("--input", options->input, signalSourceHelp)->capture_default_str();
+  app->add_option("--seconds", options->seconds, "how much of the input has run through the effect")
+      ->check(CLI::Range(0.0, 3600.0))
+      ->capture_default_str();
+  app->add_option("--scale", options->scale, "pixels to a point")->check(CLI::Range(0.5, 8.0))->capture_default_str();
+  app->add_option("-o,--output", options->output, "the PNG file; with \"all\" the folder for them")->required();
+  return {app, [options] { return run(*options); }};
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "NSEvent.h"
+#include "NSGeometry.h"
+
+class Bitmap;
+
+/// What a display tells a window. Called in turns of the run loop, on its thread.
+class DisplayClient {
+ public:
+  /// Presses, drags, release, wheel and keys. A press, its drags and its release come in that order; drags
+  /// only when the pointer moved; the wheel not during a press.
+  virtual void displayEvent(const NSEvent& event) = 0;
+  /// The press will see no more events: its release was lost, or the pointer was taken away.
+  virtual void displayLostPointer() = 0;
+  /// Part of the window (points, y up) has to be presented again.
+  virtual void displayExposed(NSRect rect) = 0;
+  /// The window stands elsewhere or has another size: its content rectangle in screen points.
+  virtual void displayChangedFrame(NSRect frame) = 0;
+  virtual void displayChangedVisibility(bool visible) = 0;
+  virtual void displayChangedKeyboard(bool focused) = 0;
+  /// The user or the host closed the window; it is still there, but may be gone on the screen.
+  virtual void displayClosed() = 0;
+
+ protected:
+  ~DisplayClient() = default;
+};
+
+/// One real window. Destroying it closes it. Screen points have their origin at the lower left corner of
+/// the first screen; sizes and places are those of the content, without a frame.
+class DisplayWindow {
+ public:
+  virtual ~DisplayWindow() = default;
+  virtual void setFrame(NSRect frame) = 0;
+  /// Shows in front. `takesKeyboard`: may become the active window.
+  virtual void show(bool takesKeyboard) = 0;
+  virtual void hide() = 0;
+  /// Asks for the keyboard, or gives it back to whoever had it (an embedding host).
+  virtual void setKeyboardWanted(bool wanted) = 0;
+  /// Brings these rectangles (points, y up) of the bitmap, which is as large as the window, to the screen.
+  virtual void present(const Bitmap& bitmap, std::span<const NSRect> rects) = 0;
+};
+
+struct DisplayWindowOptions {
+  NSRect frame;
+  std::string title;
+  bool borderless = false;
+  /// Pixels may be transparent; the display does what it can (compositor, else a shape).
+  bool translucent = false;
+  bool ignoresMouse = false;
+  /// A native window to be a child of; 0 for a window of its own.
+  unsigned long parent = 0;
+  /// The window that a floating one belongs to and stays above; may be null.
+  DisplayWindow* owner = nullptr;
+};
+
+/// Where windows are. Implementations: X11, and offscreen for tests and pictures. One is current.
+class Display {
+ public:
+  virtual ~Display();
+
+  /// Null before one is made. The newest display is current until it dies.
+  static Display* current();
+
+  virtual std::unique_ptr<DisplayWindow> openWindow(const DisplayWindowOptions& options,
+                                                    DisplayClient& client) = 0;
+  /// Frames in points, y up; the first has its lower left corner at the origin. Never empty.
+  virtual std::vector<NSRect> screens() const = 0;
+  /// Physical pixels to a point.
+  virtual float scale() const = 0;
+
+  /// Between these two, motion is relative and not bounded by the screen's edges. Not nested: NSCursor counts.
+  virtual void hidePointer() = 0;
+  virtual void showPointer() = 0;
+  /// To a place in points from the top left of the first screen, y down. Makes no event, enters no delta.
+  virtual void warpPointer(NSPoint place) = 0;
+
+  virtual std::string clipboardText() = 0;
+  virtual void setClipboardText(const std::string& text) = 0;
+
+ protected:
+  Display();
+};

@@ -1,0 +1,176 @@
+#include "InterfaceDescription.h"
+
+#include <algorithm>
+#include <fstream>
+#include <memory>
+#include <pugixml.hpp>
+#include <sstream>
+#include <vector>
+
+#include "Class.h"
+#include "NSBundle.h"
+#include "NSLog.h"
+#include "NSView.h"
+#include "NumberText.h"
+
+namespace {
+
+/// What is wrong, without the file's name.
+struct DescriptionError {
+  ptrdiff_t offset;
+  std::string message;
+};
+
+class Loader {
+ public:
+  explicit Loader(NSObject& owner) : owner_(owner) {}
+
+  void load(const pugi::xml_document& document) {
+    const pugi::xml_node root = document.document_element();
+    if (std::string_view(root.name()) != "interface")
+      fail(root, "<" + std::string(root.name()) + ">, expected <interface>");
+    for (const pugi::xml_node node : root.children()) makeView(node, nullptr, nullptr);
+    checkRequiredOutlets();
+    for (const Connection& c : connections_)
+      if (!c.outlet->connect(*c.holder, c.object))
+        fail(c.node, "outlet \"" + c.outlet->name + "\" of " + c.holder->isa().name() +
+                         " does not take an object of class " + c.object->isa().name());
+    static const SEL awake = NSSelectorFromString("awakeFromNib");
+    for (const auto& view : views_) NSPerformIfAnswered(view.get(), awake, nullptr);
+  }
+
+ private:
+  struct Connection {
+    pugi::xml_node node;
+    NSObject* holder;
+    const Class::Outlet* outlet;
+    std::shared_ptr<NSObject> object;
+  };
+  struct TopLevel {
+    pugi::xml_node node;
+    NSObject* view;
+  };
+
+  [[noreturn]] static void fail(pugi::xml_node node, std::string message) {
+    throw DescriptionError{node.offset_debug(), std::move(message)};
+  }
+
+  void makeView(pugi::xml_node node, NSView* parent, NSObject* topLevel) {
+    if (std::string_view(node.name()) != "view")
+      fail(node, "<" + std::string(node.name()) + ">, expected <view>");
+    const std::string className = node.attribute("class").value();
+    const Class* c = Class::named(className);
+    if (!c) fail(node, "class \"" + className + "\", expected the name of a view class");
+    const auto view = std::dynamic_pointer_cast<NSView>(c->makeWithFrame(frameOf(node)));
+    if (!view) fail(node, "class \"" + className + "\", expected a class of views");
+    views_.push_back(view);
+    setAttributes(node, *view);
+    if (parent)
+      parent->viewForSubviews().addSubview(view);
+    else
+      topLevels_.push_back({node, view.get()});
+    connect(node, parent ? *topLevel : owner_, view);
+    for (const pugi::xml_node child : node.children())
+      makeView(child, view.get(), parent ? topLevel : view.get());
+  }
+
+  static NSRect frameOf(pugi::xml_node node) {
+    const std::string text = node.attribute("frame").value();
+    std::istringstream words(text);
+    std::vector<float> numbers;
+    for (std::string word; words >> word;) {
+      double value;
+      if (!foundation::wholeNumberText(word, value)) break;
+      numbers.push_back(static_cast<float>(value));
+    }
+    if (numbers.size() != 4 || !words.eof() || !(numbers[2] > 0) || !(numbers[3] > 0))
+      fail(node, "frame \"" + text + "\", expected \"x y width height\" with a positive size");
+    return NSMakeRect(numbers[0], numbers[1], numbers[2], numbers[3]);
+  }
+
+  static void setAttributes(pugi::xml_node node, NSView& view) {
+    for (const pugi::xml_attribute given : node.attributes()) {
+      const std::string_view name = given.name();
+      if (name == "class" || name == "frame" || name == "outlet") continue;
+      const Class::Attribute* attribute = view.isa().attributeNamed(name);
+      if (!attribute) {
+        std::string known;
+        for (const auto& row : view.isa().attributes()) known += " " + row.name;
+        fail(node, "attribute \"" + std::string(name) + "\" of " + view.isa().name() +
+                       ", expected one of: class frame outlet" + known);
+      }
+      const std::string expected = attribute->set(view, given.value());
+      if (!expected.empty())
+        fail(node, std::string(name) + "=\"" + given.value() + "\", expected " + expected);
+    }
+  }
+
+  void connect(pugi::xml_node node, NSObject& holder, const std::shared_ptr<NSObject>& object) {
+    const pugi::xml_attribute given = node.attribute("outlet");
+    if (!given) return;
+    const std::string name = given.value();
+    const Class::Outlet* outlet = holder.isa().outletNamed(name);
+    if (!outlet) {
+      std::string known;
+      for (const auto& row : holder.isa().outlets()) known += " " + row.name;
+      fail(node, "outlet \"" + name + "\" of " + holder.isa().name() +
+                     (known.empty() ? ", which has none" : ", expected one of:" + known));
+    }
+    const bool twice = std::any_of(connections_.begin(), connections_.end(), [&](const Connection& c) {
+      return c.holder == &holder && c.outlet == outlet;
+    });
+    if (twice) fail(node, "outlet \"" + name + "\" is connected twice, expected once");
+    connections_.push_back({node, &holder, outlet, object});
+  }
+
+  void checkRequiredOutlets() const {
+    for (const TopLevel& top : topLevels_) {
+      for (const Class::Outlet& outlet : top.view->isa().outlets()) {
+        const bool connected = std::any_of(
+            connections_.begin(), connections_.end(),
+            [&](const Connection& c) { return c.holder == top.view && c.outlet->name == outlet.name; });
+        if (outlet.required && !connected)
+          fail(top.node, "outlet \"" + outlet.name + "\" of " + top.view->isa().name() +
+                             " is not connected, expected a view with outlet=\"" + outlet.name + "\"");
+      }
+    }
+  }
+
+  NSObject& owner_;
+  std::vector<std::shared_ptr<NSView>> views_;  // in order of the description
+  std::vector<TopLevel> topLevels_;
+  std::vector<Connection> connections_;
+};
+
+std::string contentsOf(const std::string& file) {
+  std::ifstream stream(file, std::ios::binary);
+  std::ostringstream contents;
+  contents << stream.rdbuf();
+  return contents.str();
+}
+
+}  // namespace
+
+bool loadNibNamed_owner(std::string_view name, NSObject& owner) {
+  const NSBundle* bundle = NSBundle::bundleForClass(owner.isa());
+  const std::string file = bundle ? bundle->pathForResource_ofType(name, "xml") : std::string();
+  if (file.empty()) {
+    NSLog(std::string(name) + ".xml: no such interface description");
+    return false;
+  }
+  const std::string text = contentsOf(file);
+  const auto report = [&](ptrdiff_t offset, const std::string& message) {
+    const auto line = 1 + std::count(text.begin(), text.begin() + std::clamp<ptrdiff_t>(offset, 0, std::ssize(text)), '\n');
+    NSLog(file + ":" + std::to_string(line) + ": " + message);
+    return false;
+  };
+  pugi::xml_document document;
+  const pugi::xml_parse_result parsed = document.load_buffer(text.data(), text.size());
+  if (!parsed) return report(parsed.offset, std::string(parsed.description()) + ", expected XML");
+  try {
+    Loader(owner).load(document);
+    return true;
+  } catch (const DescriptionError& error) {
+    return report(error.offset, error.message);
+  }
+}

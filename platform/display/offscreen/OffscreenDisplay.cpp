@@ -1,0 +1,114 @@
+#include "OffscreenDisplay.h"
+
+#include <utility>
+
+#include "NSGraphicsContext.h"
+
+OffscreenDisplay::OffscreenDisplay(float scale) : scale_(scale) { NSGraphicsContext::setImageScale(scale); }
+
+OffscreenDisplay::~OffscreenDisplay() = default;
+
+std::unique_ptr<DisplayWindow> OffscreenDisplay::openWindow(const DisplayWindowOptions& options,
+                                                            DisplayClient& client) {
+  return std::make_unique<OffscreenWindow>(*this, options, client);
+}
+
+void OffscreenDisplay::warpPointer(NSPoint place) {
+  const NSSize screen = screens()[0].size;
+  pointer_ = {std::clamp(place.x, 0.0f, screen.width - 1), std::clamp(screen.height - place.y, 1.0f, screen.height)};
+}
+
+OffscreenWindow* OffscreenDisplay::windowAt(NSPoint place) const {
+  for (auto window = windows_.rbegin(); window != windows_.rend(); ++window)
+    if ((*window)->isShown() && !(*window)->ignoresMouse() && NSPointInRect(place, (*window)->frame()))
+      return *window;
+  return nullptr;
+}
+
+void OffscreenDisplay::send(OffscreenWindow& window, NSEvent event, NSPoint place) {
+  event.locationInWindow = {place.x - window.frame().origin.x, place.y - window.frame().origin.y};
+  window.client().displayEvent(event);
+}
+
+void OffscreenDisplay::press(NSPoint place, unsigned modifiers, int clickCount) {
+  pointer_ = place;
+  pressed_ = windowAt(place);
+  if (!pressed_) return;
+  NSEvent event;
+  event.modifierFlags = modifiers;
+  event.clickCount = clickCount;
+  send(*pressed_, event, place);
+}
+
+void OffscreenDisplay::moveBy(float dx, float dy, unsigned modifiers) {
+  pointer_ = {pointer_.x + dx, pointer_.y + dy};
+  if (!pointerHidden_) {
+    const NSSize screen = screens()[0].size;
+    pointer_ = {std::clamp(pointer_.x, 0.0f, screen.width - 1), std::clamp(pointer_.y, 1.0f, screen.height)};
+  }
+  if (!pressed_) return;
+  NSEvent event;
+  event.type = NSEventType::leftMouseDragged;
+  event.modifierFlags = modifiers;
+  event.deltaX = dx;
+  event.deltaY = -dy;
+  send(*pressed_, event, pointer_);
+}
+
+void OffscreenDisplay::release() {
+  OffscreenWindow* window = std::exchange(pressed_, nullptr);
+  if (!window) return;
+  NSEvent event;
+  event.type = NSEventType::leftMouseUp;
+  send(*window, event, pointer_);
+}
+
+void OffscreenDisplay::wheel(NSPoint place, float deltaY, float deltaX) {
+  OffscreenWindow* window = windowAt(place);
+  if (!window) return;
+  NSEvent event;
+  event.type = NSEventType::scrollWheel;
+  event.deltaX = deltaX;
+  event.deltaY = deltaY;
+  send(*window, event, place);
+}
+
+void OffscreenDisplay::type(const std::string& characters, unsigned modifiers) {
+  for (const char c : characters) {
+    NSEvent event;
+    event.characters = std::string(1, c);
+    event.modifierFlags = modifiers;
+    sendKey(event);
+  }
+}
+
+void OffscreenDisplay::key(NSKey key, unsigned modifiers) {
+  NSEvent event;
+  event.key = key;
+  event.modifierFlags = modifiers;
+  sendKey(event);
+}
+
+void OffscreenDisplay::sendKey(NSEvent event) {
+  event.type = NSEventType::keyDown;
+  if (!windows_.empty()) windows_.back()->client().displayEvent(event);
+}
+
+OffscreenWindow::OffscreenWindow(OffscreenDisplay& display, const DisplayWindowOptions& options,
+                                 DisplayClient& client)
+    : display_(display), client_(client), frame_(options.frame), ignoresMouse_(options.ignoresMouse) {
+  display_.windows_.push_back(this);
+}
+
+OffscreenWindow::~OffscreenWindow() {
+  std::erase(display_.windows_, this);
+  if (display_.pressed_ == this) display_.pressed_ = nullptr;
+}
+
+void OffscreenWindow::show(bool) { shown_ = true; }
+
+void OffscreenWindow::present(const Bitmap&, std::span<const NSRect> rects) {
+  presented_.insert(presented_.end(), rects.begin(), rects.end());
+}
+
+std::vector<NSRect> OffscreenWindow::takePresented() { return std::exchange(presented_, {}); }

@@ -1,0 +1,210 @@
+#include "X11Pointer.h"
+
+#include <cstdlib>
+
+#include "X11Keyboard.h"
+#include "X11Window.h"
+
+namespace {
+
+constexpr Time doubleClickTime = 400;  // milliseconds
+constexpr int doubleClickReach = 4;    // pixels
+
+}  // namespace
+
+X11Pointer::X11Pointer(X11Connection& connection, X11Events& events, const X11Screens& screens)
+    : connection_(connection), events_(events), screens_(screens) {
+  motion_.setScreens(screens.monitors());
+  events.setPointer(*this);
+}
+
+X11Pointer::~X11Pointer() {
+  show();
+}
+
+void X11Pointer::hide() {
+  if (hidden_) return;
+  hidden_ = true;
+  XFixesHideCursor(connection_.x(), connection_.root());
+  motion_.setScreens(screens_.monitors());
+  motion_.setUnbounded(true);
+  selectRawMotion(true);
+}
+
+void X11Pointer::show() {
+  // The server answers a second call with an error.
+  if (!hidden_) return;
+  hidden_ = false;
+  XFixesShowCursor(connection_.x(), connection_.root());
+  motion_.setUnbounded(false);
+  selectRawMotion(false);
+}
+
+void X11Pointer::selectRawMotion(bool select) {
+  if (connection_.inputOpcode()) {
+    unsigned char bits[XIMaskLen(XI_RawMotion)] = {};
+    if (select) XISetMask(bits, XI_RawMotion);
+    XIEventMask mask{XIAllMasterDevices, sizeof bits, bits};
+    XISelectEvents(connection_.x(), connection_.root(), &mask, 1);
+  }
+  XFlush(connection_.x());
+}
+
+void X11Pointer::warp(NSPoint place) {
+  XConnection* x = connection_.x();
+  const PixelRect to = screens_.pixelAt(place);
+  const unsigned long serial = NextRequest(x);
+  XWarpPointer(x, None, connection_.root(), 0, 0, 0, 0, to.x, to.y);
+  // Some servers do not obey: where the pointer is now is what further motion starts from.
+  Window root = None;
+  Window child = None;
+  int rootX = to.x;
+  int rootY = to.y;
+  int localX = 0;
+  int localY = 0;
+  unsigned state = 0;
+  XQueryPointer(x, connection_.root(), &root, &child, &rootX, &rootY, &localX, &localY, &state);
+  warps_.push_back({serial, rootX, rootY});
+}
+
+void X11Pointer::skipWarps(unsigned long serial) {
+  while (!warps_.empty() && warps_.front().serial <= serial) {
+    motion_.place(warps_.front().x, warps_.front().y);
+    warps_.pop_front();
+  }
+}
+
+void X11Pointer::handle(XEvent& event) {
+  switch (event.type) {
+    case ButtonPress:
+      pressed(event.xbutton);
+      break;
+    case ButtonRelease:
+      released(event.xbutton);
+      break;
+    case MotionNotify:
+      moved(event.xmotion);
+      break;
+    case GenericEvent:
+      rawMoved(event.xcookie);
+      break;
+    case EnterNotify:
+    case LeaveNotify:
+      if (event.xcrossing.mode == NotifyNormal) checkHeld(event.xcrossing.state);
+      break;
+    default:
+      break;
+  }
+}
+
+void X11Pointer::pressed(const XButtonEvent& event) {
+  X11Window* window = events_.find(event.window);
+  if (!window) return;
+  checkHeld(event.state);
+  window->noteCorner(event.x_root - event.x, event.y_root - event.y);
+  if (event.button >= 4 && event.button <= 7) wheel(event);
+  if (event.button != Button1) return;
+  lose(pressedWindow_);
+  skipWarps(event.serial);
+  motion_.place(event.x_root, event.y_root);
+  motion_.take();
+  clicks_ = countClicks(event);
+  lastPress_ = event;
+  state_ = event.state;
+  pressedWindow_ = event.window;
+  send(NSEventType::leftMouseDown, event.state);
+}
+
+int X11Pointer::countClicks(const XButtonEvent& event) {
+  const bool again = event.window == lastPress_.window && event.time - lastPress_.time <= doubleClickTime &&
+                     std::abs(event.x_root - lastPress_.x_root) <= doubleClickReach &&
+                     std::abs(event.y_root - lastPress_.y_root) <= doubleClickReach;
+  return again ? clicks_ + 1 : 1;
+}
+
+void X11Pointer::released(const XButtonEvent& event) {
+  if (event.button != Button1 || pressedWindow_ == None) return;
+  skipWarps(event.serial);
+  motion_.moved(event.x_root, event.y_root);
+  state_ = event.state;
+  endMotion();
+  send(NSEventType::leftMouseUp, event.state);
+  pressedWindow_ = None;
+}
+
+void X11Pointer::moved(const XMotionEvent& event) {
+  if (pressedWindow_ == None) return;
+  if (!(event.state & Button1Mask)) endMotion();
+  checkHeld(event.state);
+  if (pressedWindow_ == None) return;
+  skipWarps(event.serial);
+  motion_.moved(event.x_root, event.y_root);
+  state_ = event.state;
+}
+
+void X11Pointer::rawMoved(XGenericEventCookie& cookie) {
+  if (cookie.extension != connection_.inputOpcode() || !XGetEventData(connection_.x(), &cookie)) return;
+  if (cookie.evtype == XI_RawMotion && hidden_) {
+    const auto& raw = *static_cast<const XIRawEvent*>(cookie.data);
+    const double* value = raw.valuators.values;
+    double axes[2] = {0, 0};
+    for (int axis = 0; axis < 2 && axis < raw.valuators.mask_len * 8; ++axis)
+      if (XIMaskIsSet(raw.valuators.mask, axis)) axes[axis] = *value++;
+    motion_.raw(axes[0], axes[1]);
+  }
+  XFreeEventData(connection_.x(), &cookie);
+}
+
+void X11Pointer::wheel(const XButtonEvent& event) {
+  if (pressedWindow_ != None) return;
+  const X11Window* window = events_.find(event.window);
+  NSEvent notch{.type = NSEventType::scrollWheel,
+                .locationInWindow = window->placeOfRootPixel(event.x_root, event.y_root),
+                .modifierFlags = modifierFlags(event.state),
+                .characters = {}};
+  switch (event.button) {
+    case 4:
+      notch.deltaY = 1;
+      break;
+    case 5:
+      notch.deltaY = -1;
+      break;
+    case 6:
+      notch.deltaX = 1;
+      break;
+    default:
+      notch.deltaX = -1;
+      break;
+  }
+  events_.tell(event.window, [notch](DisplayClient& client) { client.displayEvent(notch); });
+}
+
+void X11Pointer::checkHeld(unsigned state) {
+  if (!(state & Button1Mask)) lose(pressedWindow_);
+}
+
+void X11Pointer::lose(Window window) {
+  if (window == None || window != pressedWindow_) return;
+  pressedWindow_ = None;
+  events_.tell(window, [](DisplayClient& client) { client.displayLostPointer(); });
+}
+
+void X11Pointer::endMotion() {
+  if (pressedWindow_ == None) return;
+  const RelativeMotion::Delta motion = motion_.take();
+  if (motion.x == 0 && motion.y == 0) return;
+  NSEvent drag;
+  drag.deltaX = static_cast<float>(motion.x / screens_.scale());
+  drag.deltaY = static_cast<float>(motion.y / screens_.scale());
+  send(NSEventType::leftMouseDragged, state_, drag);
+}
+
+void X11Pointer::send(NSEventType type, unsigned state, NSEvent event) {
+  const X11Window* window = events_.find(pressedWindow_);
+  if (!window) return;
+  event.type = type;
+  event.locationInWindow = window->placeOfRootPixel(motion_.x(), motion_.y());
+  event.modifierFlags = modifierFlags(state);
+  event.clickCount = clicks_;
+  events_.tell(pressedWindow_, [event](DisplayClient& client) { client.displayEvent(event); });
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <deque>
+
+#include "NSEvent.h"
+#include "RelativeMotion.h"
+#include "X11Connection.h"
+#include "X11Events.h"
+#include "X11Screens.h"
+
+class X11Window;
+
+/// Presses, drags, wheel and the hidden pointer. The server itself keeps sending a press's motion and release
+/// to the window that was pressed. Motion of one turn is one drag.
+class X11Pointer {
+ public:
+  X11Pointer(X11Connection& connection, X11Events& events, const X11Screens& screens);
+  ~X11Pointer();
+  X11Pointer(const X11Pointer&) = delete;
+  X11Pointer& operator=(const X11Pointer&) = delete;
+
+  void hide();
+  void show();
+  void warp(NSPoint place);
+
+  void handle(XEvent& event);
+  /// Tells the drag that the motion so far amounts to.
+  void endMotion();
+  /// The window will send no more: its press, if it has one, is over.
+  void lose(Window window);
+
+ private:
+  struct Warp {
+    unsigned long serial;
+    int x;
+    int y;
+  };
+
+  void pressed(const XButtonEvent& event);
+  void released(const XButtonEvent& event);
+  void moved(const XMotionEvent& event);
+  void rawMoved(XGenericEventCookie& cookie);
+  void wheel(const XButtonEvent& event);
+  void checkHeld(unsigned state);
+  void selectRawMotion(bool select);
+  /// Motion up to events with this number is over; what a warp did was none.
+  void skipWarps(unsigned long serial);
+  int countClicks(const XButtonEvent& event);
+  void send(NSEventType type, unsigned state, NSEvent event = {});
+
+  X11Connection& connection_;
+  X11Events& events_;
+  const X11Screens& screens_;
+  RelativeMotion motion_;
+  std::deque<Warp> warps_;
+  bool hidden_ = false;
+  Window pressedWindow_ = None;
+  unsigned state_ = 0;
+  int clicks_ = 0;
+  XButtonEvent lastPress_{};
+};

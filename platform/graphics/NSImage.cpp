@@ -1,0 +1,151 @@
+#include "NSImage.h"
+
+#include <cairo.h>
+
+#include <cmath>
+#include <filesystem>
+#include <map>
+
+#include "NSAssertionHandler.h"
+#include "NSLog.h"
+
+namespace {
+
+std::map<std::string, std::shared_ptr<NSImage>, std::less<>>& registry() {
+  static std::map<std::string, std::shared_ptr<NSImage>, std::less<>> images;
+  return images;
+}
+
+/// Decoded files are shared by all images that refer to them; a file that cannot be read is null.
+const Bitmap* decoded(const std::string& path, float scale) {
+  static std::map<std::string, std::unique_ptr<Bitmap>> files;
+  const auto found = files.find(path);
+  if (found != files.end()) return found->second.get();
+  std::unique_ptr<Bitmap> bitmap;
+  try {
+    bitmap = std::make_unique<Bitmap>(Bitmap::fromPng(path, scale));
+  } catch (const std::exception& error) {
+    NSLogOnce(error.what());
+  }
+  return files.emplace(path, std::move(bitmap)).first->second.get();
+}
+
+std::string scaledPath(const std::string& path, int scale) {
+  if (scale == 1) return path;
+  const size_t dot = path.rfind('.');
+  return path.substr(0, dot) + "@" + std::to_string(scale) + "x" + path.substr(dot);
+}
+
+struct PixelRect {
+  double x, y, width, height;
+};
+
+/// Source pixels of a bitmap, alone on a surface of their own when something could sample past their edge.
+graphics::SurfacePtr cut(const Bitmap& bitmap, const PixelRect& part) {
+  graphics::SurfacePtr piece(cairo_image_surface_create(CAIRO_FORMAT_ARGB32,
+                                                        static_cast<int>(std::ceil(part.width)),
+                                                        static_cast<int>(std::ceil(part.height))));
+  const graphics::CairoPtr cairo(cairo_create(piece.get()));
+  cairo_set_source_surface(cairo.get(), bitmap.surface(), -part.x, -part.y);
+  cairo_paint(cairo.get());
+  return piece;
+}
+
+}  // namespace
+
+std::shared_ptr<NSImage> NSImage::initByReferencingFile(std::string path) {
+  return std::make_shared<NSImage>(std::move(path));
+}
+
+std::shared_ptr<NSImage> NSImage::initWithSize(NSSize size) { return std::make_shared<NSImage>(size); }
+
+std::shared_ptr<NSImage> NSImage::imageNamed(std::string_view name) {
+  const auto found = registry().find(name);
+  return found == registry().end() ? nullptr : found->second;
+}
+
+bool NSImage::setName(const std::string& name) {
+  return registry().emplace(name, shared_from_this()).second;
+}
+
+NSSize NSImage::size() const {
+  if (!size_) {
+    const Bitmap* file = decoded(path_, 1);
+    size_ = file ? file->size() : NSSize{};
+  }
+  return *size_;
+}
+
+const Bitmap* NSImage::representation(float scale) const {
+  if (own_) return own_.get();
+  if (path_.empty()) return nullptr;
+  const int wanted = std::clamp(static_cast<int>(std::ceil(scale - 0.01f)), 1, 3);
+  for (int s = wanted; s > 1; --s)
+    if (std::filesystem::exists(scaledPath(path_, s)))
+      return decoded(scaledPath(path_, s), static_cast<float>(s));
+  return decoded(path_, 1);
+}
+
+void NSImage::lockFocus() {
+  if (!own_) {
+    const float scale = NSGraphicsContext::imageScale();
+    auto bitmap = std::make_shared<Bitmap>(size(), scale);
+    if (!path_.empty()) {
+      NSGraphicsContext context(*bitmap);
+      drawInRect_fromRect_operation_fraction({{0, 0}, size()}, NSZeroRect, NSCompositeSourceOver, 1);
+    }
+    own_ = std::move(bitmap);
+  }
+  focus_.push_back(std::make_unique<NSGraphicsContext>(*own_));
+}
+
+void NSImage::unlockFocus() {
+  if (focus_.empty())
+    NSAssertionHandler::currentHandler().handleFailureInMethod("unlockFocus", nullptr, "NSImage", __LINE__,
+                                                               "unlockFocus without its lockFocus");
+  focus_.pop_back();
+}
+
+void NSImage::drawInRect_fromRect_operation_fraction(NSRect target, NSRect source, NSCompositingOperation,
+                                                     float fraction) const {
+  NSGraphicsContext* context = NSGraphicsContext::currentContext();
+  if (!context) return;
+  const Bitmap* bitmap = representation(context->scale());
+  if (!bitmap) return;
+  if (source == NSZeroRect) source = {{0, 0}, size()};
+  if (NSIsEmptyRect(target) || NSIsEmptyRect(source)) return;
+
+  // In device pixels: the bitmap is upright there, and pieces that share an edge share its pixel.
+  cairo_t* cairo = context->cairo();
+  double left = NSMinX(target), top = NSMaxY(target), right = NSMaxX(target), bottom = NSMinY(target);
+  cairo_user_to_device(cairo, &left, &top);
+  cairo_user_to_device(cairo, &right, &bottom);
+  const PixelRect to{std::round(left), std::round(top), std::round(right) - std::round(left),
+                     std::round(bottom) - std::round(top)};
+  const double s = bitmap->scale();
+  const PixelRect from{std::round(source.origin.x * s),
+                       std::round(bitmap->physicalHeight() - NSMaxY(source) * s),
+                       std::round(source.size.width * s), std::round(source.size.height * s)};
+  if (to.width <= 0 || to.height <= 0 || from.width <= 0 || from.height <= 0) return;
+
+  cairo_save(cairo);
+  cairo_identity_matrix(cairo);
+  cairo_rectangle(cairo, to.x, to.y, to.width, to.height);
+  cairo_clip(cairo);
+  cairo_translate(cairo, to.x, to.y);
+  if (to.width == from.width && to.height == from.height) {
+    cairo_set_source_surface(cairo, bitmap->surface(), -from.x, -from.y);
+    cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_NEAREST);
+  } else {
+    const graphics::SurfacePtr piece = cut(*bitmap, from);
+    cairo_scale(cairo, to.width / from.width, to.height / from.height);
+    cairo_set_source_surface(cairo, piece.get(), 0, 0);
+    cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_GOOD);
+    cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
+  }
+  if (fraction >= 1)
+    cairo_paint(cairo);
+  else
+    cairo_paint_with_alpha(cairo, fraction);
+  cairo_restore(cairo);
+}

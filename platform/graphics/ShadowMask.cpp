@@ -1,0 +1,113 @@
+#include "ShadowMask.h"
+
+#include <cairo.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+namespace {
+
+constexpr int largestSide = 8192;
+
+/// A separable filter runs over lines of bytes `step` apart, through a scratch line.
+template <class Filter>
+void eachLine(uint8_t* data, int width, int height, int stride, const Filter& filter) {
+  std::vector<uint8_t> in(static_cast<size_t>(std::max(width, height)));
+  const auto run = [&](uint8_t* first, int count, ptrdiff_t step) {
+    for (int i = 0; i < count; ++i) in[static_cast<size_t>(i)] = first[i * step];
+    filter(in, first, count, step);
+  };
+  for (int y = 0; y < height; ++y) run(data + static_cast<ptrdiff_t>(y) * stride, width, 1);
+  for (int x = 0; x < width; ++x) run(data + x, height, stride);
+}
+
+void gaussian(uint8_t* data, int width, int height, int stride, float sigma) {
+  const int reach = static_cast<int>(std::ceil(3 * sigma));
+  std::vector<float> kernel(static_cast<size_t>(2 * reach + 1));
+  float sum = 0;
+  for (int i = -reach; i <= reach; ++i) {
+    const float weight = std::exp(-static_cast<float>(i * i) / (2 * sigma * sigma));
+    kernel[static_cast<size_t>(i + reach)] = weight;
+    sum += weight;
+  }
+  eachLine(data, width, height, stride,
+           [&](const std::vector<uint8_t>& in, uint8_t* out, int count, ptrdiff_t step) {
+             for (int i = 0; i < count; ++i) {
+               float value = 0;
+               for (int k = std::max(-reach, -i); k <= std::min(reach, count - 1 - i); ++k)
+                 value += kernel[static_cast<size_t>(k + reach)] * in[static_cast<size_t>(i + k)];
+               out[i * step] = static_cast<uint8_t>(value / sum + 0.5f);
+             }
+           });
+}
+
+/// Three box filters whose variances add up to the Gaussian's.
+void threeBoxes(uint8_t* data, int width, int height, int stride, float sigma) {
+  const float ideal = std::sqrt(4 * sigma * sigma + 1);
+  int lower = static_cast<int>(ideal);
+  if (lower % 2 == 0) --lower;
+  const float lowerF = static_cast<float>(lower);
+  const float lowers = (12 * sigma * sigma - 3 * lowerF * lowerF - 12 * lowerF - 9) / (-4 * lowerF - 4);
+  for (int pass = 0; pass < 3; ++pass) {
+    const int size = pass < static_cast<int>(std::lround(lowers)) ? lower : lower + 2;
+    const int reach = size / 2;
+    eachLine(data, width, height, stride,
+             [&](const std::vector<uint8_t>& in, uint8_t* out, int count, ptrdiff_t step) {
+               int sum = 0;
+               for (int i = 0; i < std::min(reach, count); ++i) sum += in[static_cast<size_t>(i)];
+               for (int i = 0; i < count; ++i) {
+                 if (i + reach < count) sum += in[static_cast<size_t>(i + reach)];
+                 if (i - reach - 1 >= 0) sum -= in[static_cast<size_t>(i - reach - 1)];
+                 out[i * step] = static_cast<uint8_t>((sum + size / 2) / size);
+               }
+             });
+  }
+}
+
+}  // namespace
+
+ShadowMask::ShadowMask(cairo_t* target, NSRect extents, float physicalBlurRadius)
+    : sigma_(std::max(0.0f, physicalBlurRadius) / 2) {
+  double left = HUGE_VAL, top = HUGE_VAL, right = -HUGE_VAL, bottom = -HUGE_VAL;
+  for (const float x : {NSMinX(extents), NSMaxX(extents)}) {
+    for (const float y : {NSMinY(extents), NSMaxY(extents)}) {
+      double px = x, py = y;
+      cairo_user_to_device(target, &px, &py);
+      left = std::min(left, px);
+      right = std::max(right, px);
+      top = std::min(top, py);
+      bottom = std::max(bottom, py);
+    }
+  }
+  const int pad = static_cast<int>(std::ceil(3 * sigma_)) + 1;
+  x_ = static_cast<int>(std::floor(left)) - pad;
+  y_ = static_cast<int>(std::floor(top)) - pad;
+  const int width = static_cast<int>(std::ceil(right)) + pad - x_;
+  const int height = static_cast<int>(std::ceil(bottom)) + pad - y_;
+  if (width <= 0 || height <= 0 || width > largestSide || height > largestSide) return;
+
+  surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_A8, width, height));
+  cairo_.reset(cairo_create(surface_.get()));
+  cairo_matrix_t matrix;
+  cairo_get_matrix(target, &matrix);
+  matrix.x0 -= x_;
+  matrix.y0 -= y_;
+  cairo_set_matrix(cairo_.get(), &matrix);
+}
+
+void ShadowMask::blur() {
+  if (sigma_ <= 0) return;
+  cairo_surface_flush(surface_.get());
+  uint8_t* data = cairo_image_surface_get_data(surface_.get());
+  const int width = cairo_image_surface_get_width(surface_.get());
+  const int height = cairo_image_surface_get_height(surface_.get());
+  const int stride = cairo_image_surface_get_stride(surface_.get());
+  // Boxes of a few pixels are too coarse to add up to a narrow Gaussian.
+  if (sigma_ < 1)
+    gaussian(data, width, height, stride, sigma_);
+  else
+    threeBoxes(data, width, height, stride, sigma_);
+  cairo_surface_mark_dirty(surface_.get());
+}

@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "NSLog.h"
+#include "TestEffect.h"
+
+namespace {
+
+std::unique_ptr<AUEffectBase> makeEffect() {
+  return std::make_unique<TestEffect>();
+}
+std::unique_ptr<AUEffectBase> makeNothing() {
+  return nullptr;
+}
+std::unique_ptr<AUEffectBase> makeFailure() {
+  throw std::runtime_error("no memory");
+}
+
+ComponentDescription described(const char (&subtype)[5], const char (&maker)[5], UInt32 flags = 0) {
+  return {FourCharCode("tst1"), FourCharCode(subtype), FourCharCode(maker), flags, 0};
+}
+
+std::string nameOf(Component component) {
+  const Handle handle = NewHandle(0);
+  EXPECT_EQ(GetComponentInfo(component, nullptr, handle, nullptr, nullptr), noErr);
+  EXPECT_EQ(GetHandleSize(handle), 1u + static_cast<unsigned char>(**handle));
+  const std::string name(*handle + 1, GetHandleSize(handle) - 1);
+  DisposeHandle(handle);
+  return name;
+}
+
+}  // namespace
+
+TEST(Components, AreFoundByPatternInOrderOfRegistration) {
+  const Component a = RegisterComponent(described("aaaa", "One ", 3), "a", 1, makeEffect);
+  const Component b = RegisterComponent(described("bbbb", "One ", 1), "b", 1, makeEffect);
+  const Component c = RegisterComponent(described("aaaa", "Two ", 2), "c", 1, makeEffect);
+  EXPECT_EQ(RegisterComponent(described("aaaa", "One ", 3), "again", 1, makeEffect), a);
+
+  const OSType type = FourCharCode("tst1");
+  const struct {
+    ComponentDescription pattern;
+    std::vector<Component> matches;
+  } rows[] = {{{type}, {a, b, c}},
+              {{type, FourCharCode("aaaa")}, {a, c}},
+              {{type, 0, FourCharCode("One ")}, {a, b}},
+              {{type, FourCharCode("bbbb"), FourCharCode("Two ")}, {}},
+              {{type, 0, 0, 1, 1}, {a, b}},
+              {{type, 0, 0, 0, 1}, {c}},
+              {{type, 0, 0, 1, 0}, {a, b, c}}};
+  for (const auto& row : rows) {
+    std::vector<Component> found;
+    for (Component at = FindNextComponent(nullptr, &row.pattern); at;
+         at = FindNextComponent(at, &row.pattern))
+      found.push_back(at);
+    EXPECT_EQ(found, row.matches) << &row - rows;
+  }
+}
+
+TEST(Components, HandOutTheirNameAsLengthAndMacRoman) {
+  const auto named = [](const char(&subtype)[5], const std::string& name) {
+    return nameOf(RegisterComponent(described(subtype, "Name"), name, 1, makeEffect));
+  };
+  EXPECT_EQ(named("nam1", "Größe"),
+            "Gr\x9A\xA7"
+            "e");
+  EXPECT_EQ(named("nam2", "a→b"), "a?b");
+  EXPECT_EQ(named("nam3", std::string(300, 'x')), std::string(255, 'x'));
+  EXPECT_EQ(named("nam4", ""), "");
+}
+
+TEST(Components, AnInstanceAnswersLikeItsComponentAndNullDoesNot) {
+  const Unit unit = openTestEffect();
+  ComponentDescription description;
+  EXPECT_EQ(GetComponentInfo(unit.get(), &description, nullptr, nullptr, nullptr), noErr);
+  EXPECT_EQ(description.componentSubType, testDescription.componentSubType);
+  EXPECT_EQ(FindNextComponent(nullptr, &description), unit->component());
+  EXPECT_EQ(GetComponentVersion(unit.get()), 0x00010203);
+
+  description.componentSubType = 7;
+  const Handle name = NewHandle(3);
+  EXPECT_EQ(GetComponentInfo(ComponentInstance{}, &description, name, nullptr, nullptr), paramErr);
+  EXPECT_EQ(description.componentSubType, 7u);
+  EXPECT_EQ(GetHandleSize(name), 3u);
+  DisposeHandle(name);
+  EXPECT_EQ(GetComponentVersion(nullptr), 0);
+  EXPECT_EQ(CloseComponent(nullptr), paramErr);
+}
+
+TEST(Components, AFactoryThatFailsGivesAnErrorAndNoInstance) {
+  const auto before = NSSetLogSink([](std::string_view) {});
+  for (const ComponentFactory factory : {makeNothing, makeFailure}) {
+    ComponentInstance instance = nullptr;
+    EXPECT_NE(OpenAComponent(RegisterComponent(described("fail", "Fail"), "", 1, factory), &instance), noErr);
+    EXPECT_EQ(instance, nullptr);
+  }
+  NSSetLogSink(before);
+}
+
+TEST(Handles, KeepWhatFitsWhenTheyAreResized) {
+  const Handle handle = NewHandle(2);
+  (*handle)[0] = 'a';
+  (*handle)[1] = 'b';
+  SetHandleSize(handle, 5000);
+  EXPECT_EQ((*handle)[1], 'b');
+  EXPECT_EQ((*handle)[4999], 0);
+  SetHandleSize(handle, 1);
+  EXPECT_EQ((*handle)[0], 'a');
+  DisposeHandle(handle);
+  DisposeHandle(nullptr);
+}

@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <map>
+#include <thread>
+#include <vector>
+
+#include "AUEventListener.h"
+#include "AUEventQueue.h"
+#include "TestEffect.h"
+
+TEST(EventQueue, LosesAndDoublesNothingAndKeepsEachThreadsOrder) {
+  constexpr int threadCount = 3;
+  constexpr int perThread = 20000;
+  AUEventQueue<std::pair<int, int>, 64> queue;
+  std::vector<std::thread> threads;
+  for (int t = 0; t < threadCount; ++t)
+    threads.emplace_back([&, t] {
+      for (int i = 0; i < perThread; ++i)
+        while (!queue.push({t, i})) std::this_thread::yield();
+    });
+  int next[threadCount] = {};
+  for (int taken = 0; taken < threadCount * perThread;) {
+    std::pair<int, int> entry;
+    if (!queue.pop(entry)) {
+      std::this_thread::yield();
+      continue;
+    }
+    ASSERT_EQ(entry.second, next[entry.first]++);
+    ++taken;
+  }
+  for (std::thread& thread : threads) thread.join();
+  std::pair<int, int> entry;
+  EXPECT_FALSE(queue.pop(entry));
+}
+
+TEST(EventThreads, ChangesFromOtherThreadsArriveOnTheLoopsThreadUpToTheLast) {
+  NSRunLoop loop;
+  const Unit unit = openTestEffect();
+  const Unit passing = openTestEffect();
+  struct Heard {
+    std::thread::id here = std::this_thread::get_id();
+    std::map<UInt32, float> last;
+    int strays = 0;
+  } heard;
+  AUEventListenerRef listener = nullptr;
+  const auto dispatch = [](void* data, void*, const AudioUnitEvent* event, UInt64, Float32 value) {
+    auto& result = *static_cast<Heard*>(data);
+    if (std::this_thread::get_id() != result.here) ++result.strays;
+    result.last[event->mArgument.mParameter.mParameterID] = value;
+  };
+  ASSERT_EQ(AUEventListenerCreate(dispatch, &heard, &loop, NSDefaultRunLoopMode, 0.002, 0.002, &listener),
+            noErr);
+  for (const UInt32 id : {0u, 5u, 7u}) {
+    const auto event = AudioUnitEvent::parameterChange({unit.get(), id, 0, 0});
+    AUEventListenerAddEventType(listener, &heard, &event);
+  }
+
+  std::atomic<int> running{3};
+  std::vector<std::thread> threads;
+  for (const UInt32 id : {0u, 5u, 7u})
+    threads.emplace_back([&, id] {
+      const AudioUnitParameter parameter{unit.get(), id, 0, 0};
+      for (int i = 0; i < 20000; ++i)
+        AUParameterSet(nullptr, nullptr, &parameter, static_cast<float>(i % 37), 0);
+      AUParameterSet(nullptr, nullptr, &parameter, 30, 0);
+      if (--running == 0) loop.post([&] { loop.stop(); });
+    });
+  // Meanwhile listeners and registrations come and go.
+  const auto churn = [&] {
+    AUEventListenerRef other = nullptr;
+    AUEventListenerCreate(dispatch, &heard, &loop, NSDefaultRunLoopMode, 0.05, 0.05, &other);
+    const auto event = AudioUnitEvent::parameterChange({passing.get(), 0, 0, 0});
+    AUEventListenerAddEventType(other, &heard, &event);
+    AUListenerDispose(other);
+  };
+  while (running > 0) {
+    churn();
+    loop.runTurn();
+  }
+  for (std::thread& thread : threads) thread.join();
+  loop.run(NSDate::timeIntervalSinceReferenceDate() + 0.05);
+  AUListenerDispose(listener);
+  EXPECT_EQ(heard.strays, 0);
+  EXPECT_EQ(heard.last, (std::map<UInt32, float>{{0, 2}, {5, 30}, {7, 30}}));  // the first one's limit is 2
+}
+
+TEST(EventThreads, AChangeWakesAWaitingLoop) {
+  NSRunLoop loop;
+  const Unit unit = openTestEffect();
+  AUEventListenerRef listener = nullptr;
+  ASSERT_EQ(AUEventListenerCreate([](void* data, void*, const AudioUnitEvent*, UInt64,
+                                     Float32) { static_cast<NSRunLoop*>(data)->stop(); },
+                                  &loop, &loop, NSDefaultRunLoopMode, 0.05, 0.05, &listener),
+            noErr);
+  const AudioUnitParameter parameter{unit.get(), 0, 0, 0};
+  const auto event = AudioUnitEvent::parameterChange(parameter);
+  AUEventListenerAddEventType(listener, &loop, &event);
+  for (int wait = 0; wait < 20; ++wait) {
+    std::thread changer([&] {
+      if (wait % 2) std::this_thread::sleep_for(std::chrono::milliseconds(2));
+      AUParameterSet(nullptr, nullptr, &parameter, 1, 0);
+    });
+    const NSTimeInterval start = NSDate::timeIntervalSinceReferenceDate();
+    loop.run(start + 30);
+    EXPECT_LT(NSDate::timeIntervalSinceReferenceDate(), start + 10);
+    changer.join();
+  }
+  AUListenerDispose(listener);
+}

@@ -1,0 +1,112 @@
+#include "EffectBench.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "RegisterEffects.h"
+
+namespace {
+
+constexpr ComponentDescription ours{FourCharCode("aufx"), 0, FourCharCode("Tovn")};
+
+std::string codeOf(Component component) {
+  ComponentDescription d;
+  GetComponentInfo(component, &d, nullptr, nullptr, nullptr);
+  std::string code;
+  for (int shift = 24; shift >= 0; shift -= 8) code += static_cast<char>(d.componentSubType >> shift & 0xFF);
+  return code;
+}
+
+template <class T>
+bool setProperty(AudioUnit unit, AudioUnitPropertyID id, AudioUnitScope scope, const T& value) {
+  return AudioUnitSetProperty(unit, id, scope, 0, &value, sizeof value) == noErr;
+}
+
+}  // namespace
+
+EffectBench::EffectBench(const std::string& code, const Setup& setup) : setup_(setup) {
+  RegisterEffects();
+  Component component = FindNextComponent(nullptr, &ours);
+  while (component && codeOf(component) != code) component = FindNextComponent(component, &ours);
+  AudioUnit unit = nullptr;
+  if (OpenAComponent(component, &unit) != noErr) return;
+  const auto format = [&](UInt32 channels) {
+    return AudioStreamBasicDescription{setup.sampleRate,
+                                       kAudioFormatLinearPCM,
+                                       kAudioFormatFlagsNativeFloatPacked,
+                                       4,
+                                       1,
+                                       4,
+                                       channels,
+                                       32,
+                                       0};
+  };
+  const bool ready =
+      setProperty(unit, kAudioUnitProperty_StreamFormat, kAudioUnitScope_Input, format(setup.inputs)) &&
+      setProperty(unit, kAudioUnitProperty_StreamFormat, kAudioUnitScope_Output, format(setup.outputs)) &&
+      setProperty(unit, kAudioUnitProperty_MaximumFramesPerSlice, kAudioUnitScope_Global,
+                  setup.maximumFrames) &&
+      setProperty(unit, kAudioUnitProperty_SetRenderCallback, kAudioUnitScope_Input,
+                  AURenderCallbackStruct{&supply, this}) &&
+      AudioUnitInitialize(unit) == noErr;
+  if (ready)
+    unit_ = unit;
+  else
+    CloseComponent(unit);
+}
+
+EffectBench::~EffectBench() {
+  CloseComponent(unit_);
+}
+
+void EffectBench::set(AudioUnitParameterID id, Float32 value) {
+  EXPECT_EQ(AudioUnitSetParameter(unit_, id, kAudioUnitScope_Global, 0, value, 0), noErr);
+}
+
+void EffectBench::reset() {
+  EXPECT_EQ(AudioUnitReset(unit_, kAudioUnitScope_Global, 0), noErr);
+}
+
+OSStatus EffectBench::supply(void* self, UInt32*, const AudioTimeStamp*, UInt32, UInt32,
+                             AudioBufferList* data) {
+  const auto& bench = *static_cast<const EffectBench*>(self);
+  for (UInt32 c = 0; c < data->mNumberBuffers; ++c)
+    data->mBuffers[c].mData = const_cast<float*>((*bench.input_)[c].data() + bench.position_);
+  return noErr;
+}
+
+EffectBench::Samples EffectBench::render(const Samples& input, std::span<const UInt32> blocks) {
+  const size_t frames = input[0].size();
+  Samples output(setup_.outputs, std::vector<float>(frames));
+  input_ = &input;
+  position_ = 0;
+  for (size_t block = 0; position_ < frames; ++block) {
+    const auto run = static_cast<UInt32>(std::min<size_t>(blocks[block % blocks.size()], frames - position_));
+    AudioBufferList list;
+    list.mNumberBuffers = setup_.outputs;
+    for (UInt32 c = 0; c < setup_.outputs; ++c) list.mBuffers[c] = {1, run * 4, output[c].data() + position_};
+    UInt32 flags = 0;
+    const AudioTimeStamp time{static_cast<Float64>(position_), 0, kAudioTimeStampSampleTimeValid};
+    EXPECT_EQ(AudioUnitRender(unit_, &flags, &time, 0, run, &list), noErr);
+    position_ += run;
+  }
+  return output;
+}
+
+std::vector<std::string> effectCodes() {
+  RegisterEffects();
+  std::vector<std::string> codes;
+  for (Component c = FindNextComponent(nullptr, &ours); c; c = FindNextComponent(c, &ours))
+    codes.push_back(codeOf(c));
+  return codes;
+}
+
+EffectBench::Samples noise(UInt32 channels, size_t frames, float level) {
+  std::mt19937 random(20);
+  EffectBench::Samples samples(channels, std::vector<float>(frames));
+  for (auto& channel : samples)
+    for (float& sample : channel) sample = level * (static_cast<float>(random() >> 8) / 8388608.0f - 1.0f);
+  return samples;
+}

@@ -1,0 +1,116 @@
+// What every effect owes to whoever renders it, tried on all that are registered.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <set>
+
+#include "CoreFoundation.h"
+#include "EffectBench.h"
+#include "RegisterEffects.h"
+
+namespace {
+
+std::vector<AudioUnitParameterInfo> parameterInfos(AudioUnit unit, std::vector<UInt32>& ids) {
+  UInt32 size = 0;
+  AudioUnitGetPropertyInfo(unit, kAudioUnitProperty_ParameterList, 0, 0, &size, nullptr);
+  ids.resize(size / sizeof(UInt32));
+  AudioUnitGetProperty(unit, kAudioUnitProperty_ParameterList, 0, 0, ids.data(), &size);
+  std::vector<AudioUnitParameterInfo> infos(ids.size());
+  for (size_t i = 0; i < ids.size(); ++i) {
+    size = sizeof infos[i];
+    AudioUnitGetProperty(unit, kAudioUnitProperty_ParameterInfo, 0, ids[i], &infos[i], &size);
+  }
+  return infos;
+}
+
+/// Every parameter that can be set somewhere between its limits.
+void setAll(EffectBench& bench, float position) {
+  std::vector<UInt32> ids;
+  const auto infos = parameterInfos(bench.unit(), ids);
+  for (size_t i = 0; i < ids.size(); ++i)
+    if (infos[i].flags & kAudioUnitParameterFlag_IsWritable)
+      bench.set(ids[i], infos[i].minValue + position * (infos[i].maxValue - infos[i].minValue));
+}
+
+class EveryEffect : public testing::TestWithParam<std::string> {};
+INSTANTIATE_TEST_SUITE_P(Registered, EveryEffect, testing::ValuesIn(effectCodes()));
+
+}  // namespace
+
+TEST_P(EveryEffect, DescribesItselfConsistently) {
+  EffectBench bench(GetParam());
+  ASSERT_NE(bench.unit(), nullptr);
+  std::vector<UInt32> ids;
+  const auto infos = parameterInfos(bench.unit(), ids);
+  ASSERT_FALSE(ids.empty());
+  for (size_t i = 0; i < ids.size(); ++i) {
+    SCOPED_TRACE(infos[i].name);
+    EXPECT_TRUE(i == 0 || ids[i] > ids[i - 1]);
+    EXPECT_LT(infos[i].minValue, infos[i].maxValue);
+    EXPECT_GE(infos[i].defaultValue, infos[i].minValue);
+    EXPECT_LE(infos[i].defaultValue, infos[i].maxValue);
+    EXPECT_TRUE(infos[i].minValue > 0 || !(infos[i].flags & kAudioUnitParameterFlag_DisplayLogarithmic));
+    EXPECT_STRNE(infos[i].name, "");
+  }
+  CFArrayRef presets = nullptr;
+  UInt32 size = sizeof presets;
+  ASSERT_EQ(AudioUnitGetProperty(bench.unit(), kAudioUnitProperty_FactoryPresets, 0, 0, &presets, &size),
+            noErr);
+  EXPECT_GE(CFArrayGetCount(presets), 3u);
+  std::set<std::string> names;
+  for (size_t i = 0; i < CFArrayGetCount(presets); ++i)
+    EXPECT_TRUE(names.insert(CFStringGetText(CFArrayGetStringAtIndex(presets, i))).second);
+  CFRelease(presets);
+}
+
+TEST_P(EveryEffect, RendersTheSameFromEachResetInAnyBlocksAndInAnyInstance) {
+  EffectBench bench(GetParam());
+  EffectBench other(GetParam());
+  ASSERT_NE(bench.unit(), nullptr);
+  const auto input = noise(2, 20000, 0.5f);
+  bench.render(input, 512);  // leaves a history behind
+  setAll(other, 0.3f);
+  other.render(input, 512);
+  for (EffectBench* each : {&bench, &other}) {
+    setAll(*each, 0.6f);
+    each->reset();
+  }
+  const auto first = bench.render(input, 512);
+  bench.reset();
+  EXPECT_EQ(first, bench.render(input, 512));
+  EXPECT_EQ(first, other.render(input, 512));
+  other.reset();
+  const UInt32 odd[] = {1, 511, 64, 17};
+  const auto cut = other.render(input, odd);
+  for (size_t c = 0; c < 2; ++c)
+    for (size_t i = 0; i < cut[c].size(); ++i) ASSERT_NEAR(cut[c][i], first[c][i], 1e-5f) << c << " " << i;
+}
+
+TEST_P(EveryEffect, StaysFiniteWhateverItIsGiven) {
+  EffectBench bench(GetParam());
+  ASSERT_NE(bench.unit(), nullptr);
+  auto input = noise(2, 4096, 0.5f);
+  input[0][100] = std::nanf("");
+  input[1][200] = std::numeric_limits<float>::infinity();
+  input[0][300] = -std::numeric_limits<float>::max();
+  for (const float position : {0.1f, 0.5f, 1.0f}) {
+    setAll(bench, position);
+    for (const auto& channel : bench.render(input, 256))
+      for (const float sample : channel) ASSERT_TRUE(std::isfinite(sample)) << position;
+  }
+}
+
+TEST_P(EveryEffect, WorksAtEveryRateAndChannelCountItPromises) {
+  for (const Float64 rate : {8000.0, 44100.0, 384000.0}) {
+    for (const UInt32 channels : {1u, 2u}) {
+      EffectBench bench(GetParam(), {rate, channels, channels, 64});
+      ASSERT_NE(bench.unit(), nullptr) << rate << " " << channels;
+      setAll(bench, 1);
+      for (const auto& channel : bench.render(noise(channels, 3000, 0.1f), 64))
+        for (const float sample : channel) ASSERT_TRUE(std::isfinite(sample));
+    }
+    EXPECT_EQ(EffectBench(GetParam(), {rate, 2, 1, 64}).unit(), nullptr);
+  }
+}

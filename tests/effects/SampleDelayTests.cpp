@@ -1,0 +1,53 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "EffectBench.h"
+
+TEST(SampleDelay, IsExactAtEveryDelay) {
+  EffectBench bench("sdly");
+  ASSERT_NE(bench.unit(), nullptr);
+  const auto input = noise(2, 60000, 1.0f);
+  for (const size_t delay : {0, 1, 511, 512, 513, 44099, 44100}) {
+    bench.set(0, static_cast<Float32>(delay));
+    bench.reset();
+    const auto output = bench.render(input, 512);
+    for (size_t c = 0; c < 2; ++c) {
+      const auto heard = output[c].begin() + static_cast<std::ptrdiff_t>(delay);
+      EXPECT_TRUE(std::all_of(output[c].begin(), heard, [](float sample) { return sample == 0; })) << delay;
+      EXPECT_TRUE(std::equal(heard, output[c].end(), input[c].begin())) << delay;
+    }
+  }
+}
+
+TEST(SampleDelay, ChangesWithoutAClickAndIsExactAgainAfterwards) {
+  EffectBench bench("sdly");
+  ASSERT_NE(bench.unit(), nullptr);
+  // 100 Hz: taps 220 samples apart stand against each other in phase.
+  EffectBench::Samples input(2, std::vector<float>(22050));
+  for (size_t i = 0; i < input[0].size(); ++i)
+    input[0][i] = input[1][i] =
+        static_cast<float>(std::sin(2 * std::numbers::pi * 100 * static_cast<double>(i) / 44100));
+  bench.render(input, 512);
+  bench.set(0, 220);
+  auto output = bench.render(input, 512)[0];
+  // The sine itself moves by 0.0143 a sample; the fade of 221 samples adds at most 2 / 221.
+  for (size_t i = 1; i < output.size(); ++i) ASSERT_LT(std::fabs(output[i] - output[i - 1]), 0.0245f) << i;
+  for (size_t i = 600; i < output.size(); ++i) ASSERT_EQ(output[i], input[0][i - 220]) << i;
+}
+
+TEST(SampleDelay, StatesItsTailAndNoLatency) {
+  EffectBench bench("sdly", {.sampleRate = 48000});
+  ASSERT_NE(bench.unit(), nullptr);
+  bench.set(0, 24000);
+  const auto seconds = [&](AudioUnitPropertyID id) {
+    Float64 value = -1;
+    UInt32 size = sizeof value;
+    EXPECT_EQ(AudioUnitGetProperty(bench.unit(), id, 0, 0, &value, &size), noErr);
+    return value;
+  };
+  EXPECT_EQ(seconds(kAudioUnitProperty_TailTime), 0.5);
+  EXPECT_EQ(seconds(kAudioUnitProperty_Latency), 0);
+}

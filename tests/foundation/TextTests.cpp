@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <limits>
+#include <string>
+
+#include "CoreFoundation.h"
+#include "MacRoman.h"
+#include "NumberText.h"
+
+using namespace foundation;
+
+/// With true as parameter the process is in a locale with a decimal comma, as hosts put it.
+class NumberText : public testing::TestWithParam<bool> {
+ protected:
+  void SetUp() override {
+    if (GetParam() && !std::setlocale(LC_ALL, "de_DE.UTF-8"))
+      GTEST_SKIP() << "this machine has no locale with a decimal comma";
+  }
+  void TearDown() override { std::setlocale(LC_ALL, "C"); }
+};
+INSTANTIATE_TEST_SUITE_P(InPlainAndCommaLocale, NumberText, testing::Values(false, true));
+
+TEST_P(NumberText, IsPrintedAsPrintfWould) {
+  const struct {
+    double value;
+    int decimals;
+    const char* text;
+  } rows[] = {{0.5, 0, "0"},
+              {1.5, 0, "2"},
+              {2.5, 0, "2"},
+              {-0.4, 0, "-0"},
+              {1234.56789, 4, "1234.5679"},
+              {0.125, 2, "0.12"},
+              {1e15, 1, "1000000000000000.0"},
+              {std::numeric_limits<double>::infinity(), 1, "inf"}};
+  for (const auto& row : rows) EXPECT_EQ(fixedText(row.value, row.decimals), row.text);
+
+  const struct {
+    double value;
+    const char* text;
+  } signedRows[] = {{0.4, "+0"}, {-0.4, "-0"}, {2.5, "+2"}, {-3.5, "-4"}, {12, "+12"}};
+  for (const auto& row : signedRows) EXPECT_EQ(signedWholeText(row.value), row.text);
+
+  EXPECT_EQ(exactText(0.1f), "0.1");
+  EXPECT_EQ(exactText(22050), "22050");
+  EXPECT_EQ(exactText(1e-7f), "0.0000001");
+}
+
+TEST_P(NumberText, IsReadFromTheBeginningOfAText) {
+  const struct {
+    const char* text;
+    double value;
+    size_t length;  // 0: no number
+  } rows[] = {{"12.5 Hz", 12.5, 4}, {" \t-3", -3, 4},  {"+.5x", 0.5, 3}, {"1e3", 1000, 3}, {"1e", 1, 1},
+              {"1,5", 1, 1},        {"", 0, 0},        {"-", 0, 0},      {".", 0, 0},      {"+-1", 0, 0},
+              {"inf", 0, 0},        {"-nan", 0, 0},    {"e5", 0, 0},     {"0x10", 0, 1},   {"7.", 7, 2},
+              {"1e-999", 0, 6},     {"-1e-999", 0, 7}, {"Hz 5", 0, 0}};
+  for (const auto& row : rows) {
+    const ParsedNumber number = numberPrefix(row.text);
+    EXPECT_EQ(number.found, row.length != 0) << row.text;
+    EXPECT_EQ(number.value, row.value) << row.text;
+    EXPECT_EQ(number.length, row.length) << row.text;
+  }
+  EXPECT_EQ(floatValue("1e999"), std::numeric_limits<float>::infinity());
+
+  double value = 0;
+  EXPECT_TRUE(wholeNumberText("0.25", value));
+  EXPECT_EQ(value, 0.25);
+  EXPECT_FALSE(wholeNumberText("0.25 ", value));
+  EXPECT_FALSE(wholeNumberText("", value));
+}
+
+TEST(MacRoman, EveryByteSurvivesTheWayThroughUtf8) {
+  for (int byte = 1; byte < 256; ++byte) {
+    const std::string one(1, static_cast<char>(byte));
+    EXPECT_EQ(macRomanFromUtf8(utf8FromMacRoman(one)), one) << byte;
+  }
+  EXPECT_EQ(utf8FromMacRoman("\xA1\xBE\x8A"), "°æä");
+}
+
+TEST(MacRoman, WhatItLacksDoesNotConvert) {
+  for (const char* text : {"a→b", "日本", "\xFF", "\xC3", "\xE2\x80"})
+    EXPECT_EQ(macRomanFromUtf8(text), std::nullopt) << text;
+}
+
+TEST(CFString, RefusesBytesThatAreNoTextInTheirEncoding) {
+  for (const char* text : {"\xFF", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xE2\x82z", "\xF5\x80\x80\x80"})
+    EXPECT_EQ(CFStringCreateWithCString(text, kCFStringEncodingUTF8), nullptr);
+  for (const char* text : {"", "plain", "°æä", "→", "\xF0\x9D\x84\x9E"}) {
+    const CFStringRef string = CFStringCreateWithCString(text, kCFStringEncodingUTF8);
+    EXPECT_EQ(CFStringGetText(string), text);
+    CFRelease(string);
+  }
+  EXPECT_EQ(CFStringCreateWithCString(nullptr, kCFStringEncodingMacRoman), nullptr);
+}

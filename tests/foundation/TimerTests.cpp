@@ -1,0 +1,169 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
+
+#include "Class.h"
+#include "NSException.h"
+#include "NSLog.h"
+#include "NSRunLoop.h"
+#include "NSTimer.h"
+
+namespace {
+
+class Ticker : public NSObject {
+ public:
+  static const Class& record() {
+    static const Class c = Class::of<Ticker>("Ticker", NSObject::record()).answers<&Ticker::tick>("tick:");
+    return c;
+  }
+  const Class& isa() const override { return record(); }
+  void tick(NSTimer* timer) {
+    times.push_back(NSDate::timeIntervalSinceReferenceDate());
+    if (onTick) onTick(*timer);
+  }
+
+  std::vector<NSTimeInterval> times;
+  std::function<void(NSTimer&)> onTick;
+};
+
+class Timers : public testing::Test {
+ protected:
+  std::shared_ptr<NSTimer> timer(NSTimeInterval interval, bool repeats,
+                                 NSRunLoopMode mode = NSDefaultRunLoopMode) {
+    const auto made =
+        std::make_shared<NSTimer>(interval, ticker.get(), NSSelectorFromString("tick:"), nullptr, repeats);
+    loop.addTimer_forMode(made, mode);
+    return made;
+  }
+  size_t ticks() const { return ticker->times.size(); }
+
+  VirtualClock clock;
+  NSRunLoop loop;
+  std::shared_ptr<Ticker> ticker = std::make_shared<Ticker>();
+};
+
+/// A clock that a test puts where it wants.
+class SetClock : public Clock {
+ public:
+  explicit SetClock(NSTimeInterval start) : time(start), previous_(NSDate::setClock(this)) {}
+  ~SetClock() override { NSDate::setClock(previous_); }
+  NSTimeInterval now() const override { return time; }
+  NSTimeInterval time;
+
+ private:
+  Clock* previous_;
+};
+
+}  // namespace
+
+TEST_F(Timers, KeepTheirGridAndDropMissedTicks) {
+  const NSTimeInterval start = clock.now();
+  timer(0.1, true);
+  clock.advance(loop, 0.25);
+  ASSERT_EQ(ticks(), 2u);
+  EXPECT_NEAR(ticker->times[1] - start, 0.2, 1e-9);
+
+  // The host pumps nothing for a while: one tick late, then on the old grid again.
+  NSRunLoop unrelated;
+  clock.advance(unrelated, 0.5);  // to 0.75
+  loop.runTurn();
+  loop.runTurn();
+  EXPECT_EQ(ticks(), 3u);
+  clock.advance(loop, 0.1);
+  ASSERT_EQ(ticks(), 4u);
+  EXPECT_NEAR(ticker->times[3] - start, 0.8, 1e-9);
+}
+
+TEST_F(Timers, TickOnceAPeriodHoweverTimeIsCutIntoSteps) {
+  timer(0.05, true);
+  for (int step = 0; step < 200; ++step) clock.advance(loop, 0.05);
+  EXPECT_EQ(ticks(), 200u);
+}
+
+TEST_F(Timers, TickOnceAPeriodAfterAMonthOfUptime) {
+  // So late that readings of the clock are coarser than the grid's arithmetic.
+  SetClock late(3e6);
+  const auto t = timer(0.0001, true);
+  for (int i = 0; i < 2000; ++i) {
+    late.time = t->dueTime();
+    loop.runTurn();
+    ASSERT_GT(t->dueTime(), late.time) << "tick " << i << " would come again";
+  }
+}
+
+TEST_F(Timers, OneTimerInThreeModesTicksOnceInWhicheverIsOn) {
+  const auto t = timer(0.1, true);
+  loop.addTimer_forMode(t, NSEventTrackingRunLoopMode);
+  loop.addTimer_forMode(t, NSModalPanelRunLoopMode);
+  for (const auto mode : {NSDefaultRunLoopMode, NSEventTrackingRunLoopMode, NSModalPanelRunLoopMode}) {
+    const size_t before = ticks();
+    loop.setCurrentMode(mode);
+    clock.advance(loop, 0.1);
+    EXPECT_EQ(ticks(), before + 1);
+  }
+}
+
+TEST_F(Timers, OfAnotherModeAreHeldBack) {
+  timer(0.1, true);
+  loop.setCurrentMode(NSEventTrackingRunLoopMode);
+  clock.advance(loop, 1);
+  EXPECT_EQ(ticks(), 0u);
+  loop.setCurrentMode(NSDefaultRunLoopMode);
+  loop.runTurn();
+  EXPECT_EQ(ticks(), 1u);
+}
+
+TEST_F(Timers, EndInsideTheirOwnTickAndFreeTheirTarget) {
+  const auto t = timer(0.1, true);
+  std::weak_ptr<Ticker> watched = ticker;
+  ticker->onTick = [](NSTimer& self) {
+    self.invalidate();
+    self.invalidate();
+  };
+  clock.advance(loop, 0.1);
+  EXPECT_FALSE(t->isValid());
+  EXPECT_EQ(loop.timerCount(), 0u);
+  ticker = nullptr;
+  EXPECT_TRUE(watched.expired());
+}
+
+TEST_F(Timers, KeepATargetThatIsLetGoInsideItsTickUntilTheTickIsOver) {
+  timer(0.1, false);
+  std::weak_ptr<Ticker> watched = ticker;
+  bool alive = false;
+  ticker->onTick = [&](NSTimer& self) {
+    ticker = nullptr;
+    self.invalidate();
+    alive = !watched.expired();
+  };
+  clock.advance(loop, 0.1);
+  EXPECT_TRUE(alive);
+  EXPECT_TRUE(watched.expired());
+}
+
+TEST_F(Timers, OfOneInstantTickInOrderOfDueTimeThenOfScheduling) {
+  std::vector<NSTimer*> order;
+  ticker->onTick = [&](NSTimer& self) { order.push_back(&self); };
+  const auto second = timer(0.2, false);
+  const auto third = timer(0.2, false);
+  const auto first = timer(0.1, false);
+  NSRunLoop unrelated;
+  clock.advance(unrelated, 0.3);
+  loop.runTurn();
+  EXPECT_EQ(order, (std::vector<NSTimer*>{first.get(), second.get(), third.get()}));
+}
+
+TEST_F(Timers, AnExceptionInATickIsLoggedAndTheOthersTick) {
+  size_t lines = 0;
+  const auto before = NSSetLogSink([&](std::string_view) { ++lines; });
+  ticker->onTick = [&](NSTimer&) {
+    if (ticks() == 1) throw NSException("name", "reason");
+  };
+  timer(0.1, false);
+  timer(0.1, false);
+  clock.advance(loop, 0.1);
+  NSSetLogSink(before);
+  EXPECT_EQ(ticks(), 2u);
+  EXPECT_EQ(lines, 1u);
+}

@@ -1,0 +1,241 @@
+// The real window of `tovin open sdly --log` on a real X server, used with synthetic hands.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <sstream>
+#include <thread>
+
+#include "ChildProcess.h"
+#include "X11Headers.h"
+#include "XServer.h"
+
+namespace {
+
+constexpr int editorWidth = 420;
+constexpr int knobX = 210, knobY = 66;  // centre, from the editor's top left
+constexpr int fieldX = 210, fieldY = 100;
+constexpr int barX = 60;  // on the overlay's bar, left of its text
+constexpr double maximum = 44100;
+
+void sleepFor(double seconds) {
+  std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+}
+
+class OpenEditor : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_FALSE(XServer::instance().name().empty()) << "no X server: the Debian package xvfb is needed";
+    setenv("DISPLAY", XServer::instance().name().c_str(), 1);
+    x_ = XOpenDisplay(nullptr);
+    ASSERT_TRUE(x_);
+  }
+  void TearDown() override {
+    host_.reset();
+    if (x_) XCloseDisplay(x_);
+  }
+
+  void open(std::vector<std::string> more = {}, const std::vector<std::string>& environment = {}) {
+    std::vector<std::string> command{TOVIN_PROGRAM, "open", "sdly", "--log", "--scale", "1"};
+    command.insert(command.end(), more.begin(), more.end());
+    host_ = std::make_unique<ChildProcess>(command, environment);
+    for (int i = 0; i < 1000 && !findWindow(); ++i) sleepFor(0.01);
+    ASSERT_TRUE(findWindow()) << host_->errors();
+    sleepFor(0.3);  // until it is drawn and its announcements have gone round
+  }
+
+  bool findWindow() {
+    Window root, parent, *children = nullptr;
+    unsigned count = 0;
+    XQueryTree(x_, DefaultRootWindow(x_), &root, &parent, &children, &count);
+    bool found = false;
+    for (unsigned i = 0; i < count; ++i) {
+      XWindowAttributes attributes;
+      if (!XGetWindowAttributes(x_, children[i], &attributes) || attributes.width != editorWidth) continue;
+      if (attributes.map_state != IsViewable) continue;
+      left_ = attributes.x;
+      top_ = attributes.y;
+      window_ = children[i];
+      found = true;
+    }
+    XFree(children);
+    return found;
+  }
+
+  /// xdotool with these words; `{k}` stands for the knob's centre, `{f}` for the value field's.
+  static void replaceAll(std::string& text, const std::string& what, const std::string& by) {
+    for (size_t at; (at = text.find(what)) != std::string::npos;) text.replace(at, what.size(), by);
+  }
+  void hands(std::string words) {
+    const auto place = [&](int dx, int dy) {
+      return std::to_string(left_ + dx) + " " + std::to_string(top_ + dy);
+    };
+    replaceAll(words, "{k}", place(knobX, knobY));
+    replaceAll(words, "{f}", place(fieldX, fieldY));
+    ASSERT_EQ(std::system(("xdotool " + words).c_str()), 0) << words << " (Debian package xdotool)";
+  }
+  /// Presses on the knob, moves up by 30 points within that time, lets go and waits until it has coasted.
+  void drag(double seconds) {
+    hands("mousemove {k} mousedown 1");
+    for (int i = 0; i < 10; ++i) {
+      hands("mousemove_relative -- 0 -3");
+      sleepFor(seconds / 10);
+    }
+    sleepFor(0.4);
+    hands("mouseup 1");
+    sleepFor(0.2);
+  }
+
+  /// The last value that was printed of parameter 0.
+  double value() {
+    const std::string& text = host_->output();
+    const size_t line = text.rfind("\n", text.size() - 2);
+    const std::string last = text.substr(line == std::string::npos ? 0 : line + 1);
+    std::istringstream words(last);
+    double id = -1, number = -1;
+    words >> id >> number;
+    return id == 0 ? number : -1;
+  }
+  void automate(double to) {
+    host_->write("0 " + std::to_string(static_cast<long>(to)) + "\n");
+    ASSERT_TRUE(host_->waitForOutput("0 " + std::to_string(static_cast<long>(to)) + "\n", 2));
+  }
+
+  unsigned long colorAt(int dx, int dy) {
+    XImage* pixel = XGetImage(x_, DefaultRootWindow(x_), left_ + dx, top_ + dy, 1, 1, AllPlanes, ZPixmap);
+    const unsigned long color = XGetPixel(pixel, 0, 0) & 0xffffff;
+    XDestroyImage(pixel);
+    return color;
+  }
+  static bool isOrange(unsigned long c) { return (c >> 16) > 0xd0 && (c & 255) < 0x60; }
+  std::string pointer() {
+    Window root, child;
+    int x, y, wx, wy;
+    unsigned mask;
+    XQueryPointer(x_, DefaultRootWindow(x_), &root, &child, &x, &y, &wx, &wy, &mask);
+    return std::to_string(x - left_) + "," + std::to_string(y - top_);
+  }
+
+  XConnection* x_ = nullptr;
+  Window window_ = 0;
+  int left_ = 0, top_ = 0;
+  std::unique_ptr<ChildProcess> host_;
+};
+
+TEST_F(OpenEditor, DragTurnsTheKnobAndGivesThePointerBack) {
+  open();
+  EXPECT_FALSE(isOrange(colorAt(knobX - 12, knobY)));
+  const unsigned long before = colorAt(barX, knobY);
+  hands("mousemove {k} mousedown 1");
+  for (int i = 0; i < 12; ++i) {
+    hands("mousemove_relative -- 0 -12");  // beyond the upper edge of the screen
+    sleepFor(0.05);
+  }
+  hands("mousemove_relative -- 0 -500");
+  sleepFor(0.3);
+  EXPECT_NE(colorAt(barX, knobY), before) << "the overlay's bar covers the background";
+  EXPECT_TRUE(isOrange(colorAt(knobX - 12, knobY)));
+  hands("mouseup 1");
+  sleepFor(0.3);
+  EXPECT_EQ(colorAt(barX, knobY), before);
+  EXPECT_EQ(pointer(), std::to_string(knobX) + "," + std::to_string(knobY));
+  EXPECT_EQ(value(), maximum);
+}
+
+TEST_F(OpenEditor, SpeedAndModifiersWeighTheMotion) {
+  open();
+  drag(0.1);
+  const double fast = value();
+  automate(0);
+  drag(2);
+  const double slow = value();
+  EXPECT_GE(fast, 1.8 * slow);
+  EXPECT_GT(slow, 0);
+
+  automate(0);
+  hands("keydown shift");
+  drag(0.1);
+  hands("keyup shift");
+  EXPECT_LT(value(), fast / 10);
+
+  automate(30000);
+  hands("mousemove {k} keydown alt click 1 keyup alt");
+  EXPECT_TRUE(host_->waitForOutput("0 0\n", 2)) << "Option returns to the default";
+}
+
+TEST_F(OpenEditor, WheelStepsByAFiftieth) {
+  open();
+  hands("mousemove {k} click 4 click 4 click 4 click 5");
+  EXPECT_TRUE(host_->waitForOutput("0 1764\n", 2)) << host_->output();
+}
+
+TEST_F(OpenEditor, TypedValuesAreWrittenAndPinned) {
+  for (const char* locale : {"LC_ALL=C", "LC_ALL=de_DE.UTF-8"}) {
+    open({}, {locale});
+    hands("mousemove {f} click 1 type --delay 20 441");
+    hands("key Return");
+    EXPECT_TRUE(host_->waitForOutput("0 441\n", 2)) << locale << host_->output();
+    hands("mousemove {f} click 1 type --delay 20 12.75x");
+    hands("key Return");
+    EXPECT_TRUE(host_->waitForOutput("0 13\n", 2)) << locale << host_->output();
+    hands("mousemove {f} click 1 type --delay 20 99999999");
+    hands("key Return");
+    EXPECT_TRUE(host_->waitForOutput("0 44100\n", 2)) << locale << host_->output();
+    host_.reset();
+    sleepFor(0.1);
+  }
+}
+
+TEST_F(OpenEditor, AutomationTurnsTheKnobAndBadLinesAreReported) {
+  open();
+  host_->write("0 44100\n");
+  sleepFor(0.1);
+  EXPECT_TRUE(isOrange(colorAt(knobX + 12, knobY)));
+  host_->write("nonsense\n7 1\n0 1 2\n0 1000\n");
+  EXPECT_TRUE(host_->waitForOutput("0 1000\n", 2));
+  EXPECT_EQ(host_->errors(),
+            "tovin: standard input, line 2: \"nonsense\", expected ID VALUE\n"
+            "tovin: standard input, line 3: \"7 1\", expected the identifier of a parameter that can be set\n"
+            "tovin: standard input, line 4: \"0 1 2\", expected ID VALUE\n");
+  host_->closeInput();
+  EXPECT_EQ(host_->wait(0.3), -1) << "the end of standard input ends nothing";
+}
+
+TEST_F(OpenEditor, EndsCleanlyAlsoInTheMiddleOfADrag) {
+  const auto politely = [this] {
+    XEvent event{};
+    event.xclient = {.type = ClientMessage,
+                     .serial = 0,
+                     .send_event = True,
+                     .display = x_,
+                     .window = window_,
+                     .message_type = XInternAtom(x_, "WM_PROTOCOLS", False),
+                     .format = 32,
+                     .data = {}};
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(x_, "WM_DELETE_WINDOW", False));
+    XSendEvent(x_, window_, False, NoEventMask, &event);
+    XFlush(x_);
+  };
+  const std::vector<std::pair<const char*, std::function<void()>>> ways{
+      {"SIGINT", [this] { host_->signal(SIGINT); }},
+      {"SIGTERM", [this] { host_->signal(SIGTERM); }},
+      {"closed by the user", politely},
+  };
+  for (const auto& [name, end] : ways) {
+    open();
+    hands("mousemove {k} mousedown 1 mousemove_relative -- 0 -20");
+    sleepFor(0.1);
+    end();
+    EXPECT_EQ(host_->wait(5), 0) << name << host_->errors();
+    EXPECT_EQ(host_->errors(), "") << name;
+    hands("mouseup 1");
+  }
+  open({"--seconds", "1"});
+  EXPECT_EQ(host_->wait(10), 0) << host_->errors();
+}
+
+}  // namespace
