@@ -1,6 +1,9 @@
 #include "RegisterEffects.h"
 
 #include "Components.h"
+#include "DynamicsProcessor.h"
+#include "MultibandCompressor.h"
+#include "PeakLimiter.h"
 #include "SampleDelay.h"
 
 namespace {
@@ -17,6 +20,9 @@ struct Row {
 };
 
 constexpr Row effects[] = {
+    {FourCharCode("dcmp"), "Tovin: AUDynamicsProcessor", make<DynamicsProcessor>},
+    {FourCharCode("lmtr"), "Tovin: AUPeakLimiter", make<PeakLimiter>},
+    {FourCharCode("mcmp"), "Tovin: AUMultibandCompressor", make<MultibandCompressor>},
     {FourCharCode("sdly"), "Tovin: AUSampleDelay", make<SampleDelay>},
 };
 

@@ -13,31 +13,18 @@ namespace {
 AUEventListenerRef theListener = nullptr;
 unsigned theCount = 0;
 
-constexpr NSTimeInterval notificationInterval = 0.05;
-
-AudioUnitEvent presetEvent(const AudioUnitParameter& parameter, AudioUnitPropertyID property) {
-  return AudioUnitEvent::propertyChange({parameter.mAudioUnit, property, kAudioUnitScope_Global, 0});
-}
-
 }  // namespace
 
-jxAUParam::Registration::Registration(jxAUParam& binding, const AudioUnitParameter& parameter)
-    : binding_(binding),
-      events_{AudioUnitEvent::parameterChange(parameter),
-              presetEvent(parameter, kAudioUnitProperty_CurrentPreset),
-              presetEvent(parameter, kAudioUnitProperty_PresentPreset)} {
+jxAUParam::ListenerUse::ListenerUse() {
   if (theCount++ == 0)
     AUEventListenerCreate(&paramEventListenerDispatcher, nullptr, CFRunLoopGetCurrent(), kCFRunLoopDefaultMode,
-                          notificationInterval, notificationInterval, &theListener);
-  for (const AudioUnitEvent& event : events_) AUEventListenerAddEventType(theListener, &binding_, &event);
+                          kjxNotificationInterval, kjxNotificationInterval, &theListener);
 }
 
-jxAUParam::Registration::~Registration() {
-  for (const AudioUnitEvent& event : events_) AUEventListenerRemoveEventType(theListener, &binding_, &event);
-  if (--theCount == 0) {
-    AUListenerDispose(theListener);
-    theListener = nullptr;
-  }
+jxAUParam::ListenerUse::~ListenerUse() {
+  if (--theCount > 0) return;
+  AUListenerDispose(theListener);
+  theListener = nullptr;
 }
 
 const Class& jxAUParam::isa() const { return record(); }
@@ -61,7 +48,8 @@ jxAUParam::jxAUParam(const AudioUnitParameter& parameter, NSObject* target, SEL 
   } else {
     _needsNameRelease = _pInfo.flags & kAudioUnitParameterFlag_CFNameRelease;
   }
-  registration_.emplace(*this, _param);
+  listenerUse_.emplace();
+  registration_.emplace(theListener, this, AudioUnitEvent::parameterChange(_param), _param.mAudioUnit);
 }
 
 jxAUParam::~jxAUParam() {

@@ -7,6 +7,7 @@
 #include "AUEventListener.h"
 #include "AudioUnitProperties.h"
 #include "NSObject.h"
+#include "jxAURegistration.h"
 
 /// Binds one parameter of an effect to one target. Every change of the parameter, from any source, and every
 /// choice of a preset reaches the target as the message `selector` with this binding as argument, on the main
@@ -61,17 +62,13 @@ class jxAUParam : public NSObject {
   static unsigned liveCount();
 
  private:
-  /// Keeps the shared listener while any binding lives, and this binding's registrations with it.
-  class Registration {
+  /// Counts the live bindings and keeps their one listener while there are any.
+  class ListenerUse {
    public:
-    Registration(jxAUParam& binding, const AudioUnitParameter& parameter);
-    ~Registration();
-    Registration(const Registration&) = delete;
-    Registration& operator=(const Registration&) = delete;
-
-   private:
-    jxAUParam& binding_;
-    AudioUnitEvent events_[3];
+    ListenerUse();
+    ~ListenerUse();
+    ListenerUse(const ListenerUse&) = delete;
+    ListenerUse& operator=(const ListenerUse&) = delete;
   };
 
   static void paramEventListenerDispatcher(void* userData, void* object, const AudioUnitEvent* event,
@@ -92,5 +89,6 @@ class jxAUParam : public NSObject {
   double customScale = 1;
   double customOffset = 0;
   bool forceLinear = false;
-  std::optional<Registration> registration_;
+  std::optional<ListenerUse> listenerUse_;
+  std::optional<jxAURegistration> registration_;
 };

@@ -78,6 +78,8 @@ Outcome drawAll(const EditorBundle& bundle, const Options& options) {
   std::filesystem::create_directories(options.output);
   const ComponentDescription effects{.componentType = FourCharCode("aufx")};
   for (Component c = FindNextComponent(nullptr, &effects); c; c = FindNextComponent(c, &effects)) {
+    const EffectInstance probe = openEffect(c);
+    if (!bundle.editorFor(probe.get())) continue;
     const std::string file = options.output + "/" + effectCode(c) + ".png";
     Outcome outcome = drawEditor(bundle, c, options, file);
     if (outcome.status != exitOk) return outcome;

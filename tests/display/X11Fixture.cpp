@@ -1,56 +1,13 @@
 #include "X11Fixture.h"
 
-#include <fcntl.h>
-#include <signal.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #define Display XConnection
 #include <X11/extensions/XRes.h>
 #include <X11/extensions/XTest.h>
 #undef Display
 
-#include <array>
 #include <cstdlib>
 
 namespace {
-
-/// Runs while the test program does.
-class Server {
- public:
-  static const Server& instance() {
-    static const Server server;
-    return server;
-  }
-  const std::string& number() const { return number_; }
-
- private:
-  Server() {
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) return;
-    process_ = fork();
-    if (process_ == 0) {
-      prctl(PR_SET_PDEATHSIG, SIGTERM);
-      const std::string out = std::to_string(ends[1]);
-      if (const int quiet = open("/dev/null", O_WRONLY); quiet >= 0) dup2(quiet, STDERR_FILENO);
-      execlp("Xvfb", "Xvfb", "-displayfd", out.c_str(), "-screen", "0", "1280x800x24", "-nolisten", "tcp",
-             "-noreset", nullptr);
-      _exit(127);
-    }
-    close(ends[1]);
-    for (char c = 0; read(ends[0], &c, 1) == 1 && c != '\n';) number_ += c;
-    close(ends[0]);
-  }
-  ~Server() {
-    if (process_ <= 0) return;
-    kill(process_, SIGTERM);
-    waitpid(process_, nullptr, 0);
-  }
-
-  pid_t process_ = -1;
-  std::string number_;
-};
 
 std::string text(float value) {
   return std::to_string(value).substr(0, std::to_string(value).find('.') + 2);
@@ -171,9 +128,9 @@ unsigned X11User::resources() const {
 }
 
 void X11Test::SetUp() {
-  const std::string& number = Server::instance().number();
-  ASSERT_FALSE(number.empty()) << "Xvfb does not start; it is in the package xvfb";
-  setenv("DISPLAY", (":" + number).c_str(), 1);
+  const std::string& server = XServer::instance().name();
+  ASSERT_FALSE(server.empty()) << "Xvfb does not start; it is in the package xvfb";
+  setenv("DISPLAY", server.c_str(), 1);
   user = std::make_unique<X11User>();
   user->warpTo(640, 400);
   openDisplay();

@@ -11,6 +11,7 @@
 #include "NSRunLoop.h"
 #include "X11Display.h"
 #include "X11Headers.h"
+#include "XServer.h"
 
 #define Display XConnection
 #include <X11/XKBlib.h>
@@ -90,6 +91,5 @@ class X11Test : public testing::Test {
   std::unique_ptr<X11Display> display;
 };
 
-/// 1280 × 800 pixels.
-inline constexpr int screenWidth = 1280;
-inline constexpr int screenHeight = 800;
+inline constexpr int screenWidth = XServer::width;
+inline constexpr int screenHeight = XServer::height;

@@ -5,7 +5,7 @@
 
 /// What one run of the tovin program did.
 struct CommandLineResult {
-  int status = -1;  // -1: it was ended by a signal
+  int status = -1;  // as ChildProcess::wait tells it
   std::string output;
   std::string errors;
 };

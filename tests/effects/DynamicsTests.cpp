@@ -1,0 +1,311 @@
+// Compressors and limiter: levels against the curve, times, bands, and what a limiter promises.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <complex>
+#include <numbers>
+
+#include "EffectBench.h"
+
+namespace {
+
+using Samples = EffectBench::Samples;
+
+Samples sine(double frequency, double level, size_t frames, double rate = 44100) {
+  Samples samples(2, std::vector<float>(frames));
+  for (size_t i = 0; i < frames; ++i)
+    samples[0][i] = samples[1][i] =
+        static_cast<float>(std::pow(10, level / 20) *
+                           std::sin(2 * std::numbers::pi * frequency / rate * static_cast<double>(i)));
+  return samples;
+}
+
+/// Of a sine, in dBFS, over the second half.
+double level(const std::vector<float>& samples) {
+  double sum = 0;
+  for (size_t i = samples.size() / 2; i < samples.size(); ++i) sum += double{samples[i]} * samples[i];
+  return 10 * std::log10(4 * sum / static_cast<double>(samples.size()));
+}
+
+Float32 parameter(const EffectBench& bench, AudioUnitParameterID id) {
+  Float32 value = -1;
+  EXPECT_EQ(AudioUnitGetParameter(bench.unit(), id, kAudioUnitScope_Global, 0, &value), noErr);
+  return value;
+}
+
+void setAll(EffectBench& bench, std::initializer_list<std::pair<AudioUnitParameterID, double>> values) {
+  for (const auto& [id, value] : values) bench.set(id, static_cast<Float32>(value));
+}
+
+/// The corners of the curve as a graph would join them.
+double curve(double in, double top, double t, double h, double e = -200, double ratio = 1) {
+  e = std::min(e, t);
+  if (in < e) return e - (e - in) * ratio;
+  if (in < t) return in;
+  return t + (in - t) * (std::min(top, t + h) - t) / (top - t);
+}
+
+/// No band compresses, and these crossovers.
+void splitOnly(EffectBench& bench, std::array<double, 3> crossovers) {
+  for (UInt32 b = 0; b < 4; ++b) setAll(bench, {{5 + b, 0}, {9 + b, 40}});
+  for (UInt32 i = 0; i < 3; ++i) setAll(bench, {{2 + i, crossovers[i]}});
+}
+
+/// Crossovers between which a tone of 1 kHz is in one band alone.
+constexpr std::array<double, 3> aloneIn[] = {
+    {22050, 22050, 22050}, {20, 22050, 22050}, {20, 20, 22050}, {20, 20, 20}};
+
+constexpr double rates[] = {8000, 11025, 44100, 96000, 384000};
+
+}  // namespace
+
+TEST(DynamicsProcessor, FollowsItsCurveAndShowsTheAmount) {
+  struct Setting {
+    double threshold, headroom, ratio, expansionThreshold, gain;
+  };
+  for (const Setting& s :
+       {Setting{-20, 5, 2, -60, 0}, Setting{-40, 0.1, 4, -45, 0}, Setting{-30, 40, 1.5, -10, 6},
+        Setting{0, 40, 1, 0, -12}, Setting{-10, 12, 3, -30, 20}}) {
+    EffectBench bench("dcmp");
+    setAll(bench, {{0, s.threshold}, {1, s.headroom}, {2, s.ratio}, {3, s.expansionThreshold}, {6, s.gain}});
+    for (double in = -60; in <= 0; in += 5) {
+      bench.reset();
+      const double wanted = curve(in, 30, s.threshold, s.headroom, s.expansionThreshold, s.ratio);
+      EXPECT_NEAR(level(bench.render(sine(1000, in, 88200), 512)[1]), wanted + s.gain, 0.1)
+          << s.threshold << " " << in;
+      EXPECT_NEAR(parameter(bench, 1000), in > s.threshold ? in - wanted : 0, 0.1)
+          << s.threshold << " " << in;
+    }
+  }
+}
+
+TEST(MultibandCompressor, FollowsItsCurveInEachBandAndShowsTheAmount) {
+  for (UInt32 band = 0; band < 4; ++band) {
+    EffectBench bench("mcmp");
+    const double t = parameter(bench, 5 + band);
+    const double h = parameter(bench, 9 + band);
+    splitOnly(bench, aloneIn[band]);
+    setAll(bench, {{5 + band, t}, {9 + band, h}});
+    for (double in = -60; in <= 0; in += 5) {
+      bench.reset();
+      const double wanted = curve(in, 10, t, h);
+      EXPECT_NEAR(level(bench.render(sine(1000, in, 88200), 512)[0]), wanted, 0.1) << band << " " << in;
+      for (UInt32 b = 0; b < 4; ++b)
+        EXPECT_NEAR(parameter(bench, 1000 * (b + 1)), b == band ? in - wanted : 0, 0.1)
+            << band << b << " " << in;
+    }
+  }
+}
+
+TEST(Compressors, MeasureTonesOfEveryPitchAndRate) {
+  for (const double rate : rates) {
+    for (const double frequency : {50.0, 300.0, 0.18 * rate}) {
+      EffectBench bench("dcmp", {.sampleRate = rate});
+      const auto frames = static_cast<size_t>(2 * rate);
+      EXPECT_NEAR(level(bench.render(sine(frequency, -6, frames, rate), 512)[0]), curve(-6, 30, -20, 5), 0.5)
+          << rate << " " << frequency;
+    }
+  }
+}
+
+TEST(Compressors, ReachAttackAndReleaseInTheirTimes) {
+  for (const double rate : rates) {
+    EffectBench bench("dcmp", {.sampleRate = rate, .inputs = 1, .outputs = 1});
+    setAll(bench, {{4, 0.02}, {5, 0.1}});
+    const auto frames = static_cast<size_t>(rate);
+    Samples input(1, std::vector<float>(2 * frames, 0.01f));  // -40, 0 and again -40 dBFS
+    std::fill_n(input[0].begin() + static_cast<std::ptrdiff_t>(frames / 2), frames / 2, 1.0f);
+    const auto output = bench.render(input, 512)[0];
+    const double reduction = -curve(0, 30, -20, 5);
+    const auto at = [&](double seconds) {
+      const auto i = static_cast<size_t>(seconds * rate);
+      return 20 * std::log10(input[0][i] / output[i]);
+    };
+    EXPECT_NEAR(at(0.52), reduction * (1 - std::exp(-1)), 0.02 * reduction) << rate;
+    EXPECT_NEAR(at(0.99), reduction, 0.01) << rate;
+    EXPECT_NEAR(at(1.005), reduction, 0.01) << "held " << rate;
+    EXPECT_NEAR(at(1.11), reduction * std::exp(-1), 0.02 * reduction) << rate;
+  }
+}
+
+TEST(Compressors, GiveBothChannelsTheSameGain) {
+  for (const char* code : {"dcmp", "mcmp", "lmtr"}) {
+    EffectBench bench(code);
+    auto input = sine(1000, 12, 44100);
+    for (float& sample : input[1]) sample *= 0.01f;
+    const auto output = bench.render(input, 512);
+    EXPECT_LT(level(output[0]), 5) << code;
+    EXPECT_NEAR(level(output[0]) - level(output[1]), 40, 0.01) << code;
+  }
+}
+
+TEST(MultibandCompressor, AddsUpFlatWhateverTheCrossovers) {
+  const std::array<double, 3> settings[] = {{120, 700, 3000}, {20, 20, 20},       {22050, 22050, 22050},
+                                            {20, 640, 22050}, {3000, 700, 120},   {900, 1000, 1100},
+                                            {1000, 20, 5000}, {150, 20000, 19000}};
+  for (const double rate : {8000.0, 44100.0, 384000.0}) {
+    for (const auto& crossovers : settings) {
+      EffectBench bench("mcmp", {.sampleRate = rate, .inputs = 1, .outputs = 1});
+      splitOnly(bench, crossovers);
+      bench.reset();
+      Samples impulse(1, std::vector<float>(static_cast<size_t>(0.4 * rate)));
+      impulse[0][0] = 0.5f;
+      const auto response = bench.render(impulse, 512)[0];
+      for (double f = 20; f <= std::min(20000.0, 0.49 * rate); f *= 1.33) {
+        std::complex<double> sum;
+        const auto turn = std::polar(1.0, -2 * std::numbers::pi * f / rate);
+        for (size_t i = response.size(); i-- > 0;) sum = sum * turn + double{response[i]};
+        EXPECT_NEAR(20 * std::log10(2 * std::abs(sum)), 0, 0.02) << rate << " " << crossovers[1] << " " << f;
+      }
+    }
+  }
+}
+
+TEST(MultibandCompressor, SplitsWhereItSaysAndRaisesOneBand) {
+  for (UInt32 band = 0; band < 4; ++band) {
+    EffectBench bench("mcmp");
+    splitOnly(bench, {200, 1000, 5000});
+    bench.set(15 + band, -20);
+    const double centres[] = {50, 450, 2240, 15000};
+    for (UInt32 b = 0; b < 4; ++b) {
+      bench.reset();
+      const double out = level(bench.render(sine(centres[b], -20, 44100), 512)[0]);
+      EXPECT_NEAR(out, b == band ? -40 : -20, 1.5) << band << b;
+    }
+    const double edge = band == 0 ? 200 : band == 1 ? 1000 : 5000;  // half of it at -20 dB: 0.5 + 0.05
+    bench.reset();
+    EXPECT_NEAR(level(bench.render(sine(edge, -20, 44100), 512)[0]), -20 + 20 * std::log10(0.55), 0.3)
+        << band;
+  }
+}
+
+TEST(MultibandCompressor, TakesCrossoversOutOfOrderAsEqual) {
+  EffectBench crossed("mcmp");
+  EffectBench equal("mcmp");
+  setAll(crossed, {{2, 500}, {3, 100}, {4, 300}});
+  setAll(equal, {{2, 500}, {3, 500}, {4, 500}});
+  const auto input = noise(2, 10000, 0.5f);
+  crossed.reset();
+  equal.reset();
+  EXPECT_EQ(crossed.render(input, 512), equal.render(input, 512));
+}
+
+TEST(PeakLimiter, DelaysByItsLatencyAndLeavesQuietSoundAlone) {
+  for (const double rate : rates) {
+    EffectBench bench("lmtr", {.sampleRate = rate});
+    Float64 latency = 0;
+    UInt32 size = sizeof latency;
+    EXPECT_EQ(AudioUnitGetProperty(bench.unit(), kAudioUnitProperty_Latency, 0, 0, &latency, &size), noErr);
+    EXPECT_NEAR(latency, 0.03, 0.5 / rate);
+    const auto delay = static_cast<std::ptrdiff_t>(std::lround(latency * rate));
+    for (const double attack : {0.001, 0.03}) {
+      setAll(bench, {{0, attack}});
+      bench.reset();
+      const auto input = noise(2, 30000, 1.0f);
+      const auto output = bench.render(input, 512);
+      for (size_t c = 0; c < 2; ++c) {
+        EXPECT_TRUE(std::equal(output[c].begin() + delay, output[c].end(), input[c].begin())) << rate;
+        EXPECT_EQ(std::count(output[c].begin(), output[c].begin() + delay, 0.0f), delay) << rate;
+      }
+    }
+  }
+}
+
+TEST(PeakLimiter, NeverExceedsFullScaleAndDoesSoByItsGain) {
+  constexpr size_t frames = 60000;
+  Samples impulses(2, std::vector<float>(frames, 0.001f));
+  Samples square(2, std::vector<float>(frames));
+  for (size_t i = 0; i < frames; ++i) square[0][i] = square[1][i] = i / 441 % 2 ? 1.0f : -1.0f;
+  for (size_t i = 97; i < frames; i += i / 4) impulses[i % 2][i] = i % 3 ? 1.0f : -0.7f;
+  for (const double rate : {8000.0, 44100.0, 384000.0}) {
+    for (const Samples& input : {noise(2, frames, 1.0f), square, impulses, sine(30, 0, frames, rate)}) {
+      EffectBench bench("lmtr", {.sampleRate = rate, .maximumFrames = 64});
+      setAll(bench, {{1, 0.001}, {2, 40}});
+      bench.reset();
+      std::vector<float> output;
+      double steepest = 40 / (0.001 * rate);  // of the decay, dB a frame
+      for (size_t at = 0, turn = 0; at < frames; at += 500, ++turn) {
+        bench.set(0, std::array{0.03f, 0.001f, 0.012f, 0.002f, 0.025f}[turn / 4 * 2 % 5]);
+        const auto from = static_cast<std::ptrdiff_t>(at);
+        const Samples part{{input[0].begin() + from, input[0].begin() + from + 500},
+                           {input[1].begin() + from, input[1].begin() + from + 500}};
+        for (float sample : bench.render(part, 64)[0]) output.push_back(sample);
+      }
+      const auto delay = static_cast<size_t>(std::lround(0.03 * rate));
+      double last = 0;
+      for (size_t i = delay; i < frames; ++i) {
+        ASSERT_LE(std::fabs(output[i]), 1.0f) << rate << " " << i;
+        const double attenuation = 20 * std::log10(100 * std::fabs(input[0][i - delay] / output[i]));
+        if (i > delay && std::fabs(input[0][i - delay]) > 1e-4f)
+          ASSERT_NEAR(attenuation, last, 1.2 * steepest + 0.01) << rate << " " << i;  // no sample is cut off
+        last = attenuation;
+      }
+    }
+  }
+}
+
+TEST(PeakLimiter, ReducesOverTheAttackAndRecoversInTheDecay) {
+  for (const double attack : {0.002, 0.012, 0.03}) {
+    EffectBench bench("lmtr", {.inputs = 1, .outputs = 1});
+    setAll(bench, {{0, attack}, {1, 0.05}});
+    bench.reset();
+    Samples input(1, std::vector<float>(44100, 0.1f));
+    input[0][20000] = 10;
+    const auto output = bench.render(input, 512)[0];
+    const auto reduction = [&](double seconds) {  // after the peak is heard
+      const auto i = static_cast<size_t>(21323 + std::lround(seconds * 44100));
+      return 20 * std::log10(input[0][i - 1323] / output[i]);
+    };
+    EXPECT_NEAR(reduction(-attack - 0.0001), 0, 1e-4) << attack;
+    EXPECT_NEAR(reduction(-attack / 2), 10, 0.3) << attack;
+    EXPECT_NEAR(reduction(0), 20, 1e-4) << attack;
+    EXPECT_NEAR(reduction(attack + 0.1) / reduction(attack + 0.05), std::exp(-1), 0.01) << attack;
+  }
+}
+
+TEST(Dynamics, RenderBitEquallyInBlocksOfEverySize) {
+  for (const char* code : {"dcmp", "mcmp", "lmtr"}) {
+    EffectBench bench(code);
+    const auto input = noise(2, 15000, 3.0f);
+    const auto whole = bench.render(input, 512);
+    for (const UInt32 block : {1u, 7u, 64u}) {
+      bench.reset();
+      EXPECT_EQ(bench.render(input, block), whole) << code << " " << block;
+    }
+  }
+}
+
+TEST(Dynamics, ChangeWithoutAClick) {
+  struct Change {
+    const char* code;
+    AudioUnitParameterID id;
+    Float32 value;
+  };
+  for (const Change& change : {Change{"dcmp", 0, -40},
+                               {"dcmp", 1, 0.1f},
+                               {"dcmp", 3, 0},
+                               {"dcmp", 6, 6},
+                               {"mcmp", 0, 6},
+                               {"mcmp", 1, 6},
+                               {"mcmp", 2, 2000},
+                               {"mcmp", 3, 20000},
+                               {"mcmp", 4, 20},
+                               {"mcmp", 5, -60},
+                               {"mcmp", 15, 6},
+                               {"lmtr", 0, 0.001f},
+                               {"lmtr", 1, 0.001f},
+                               {"lmtr", 2, 20}}) {
+    EffectBench bench(change.code);
+    const auto input = sine(100, -12, 44100);  // of 100 whole periods
+    bench.render(input, 512);
+    bench.set(change.id, change.value);
+    const auto output = bench.render(input, 512)[0];
+    double bend = 0;  // a step of one per cent of full scale bends by as much
+    for (size_t i = 2; i < output.size(); ++i)
+      bend = std::max<double>(bend, std::fabs(output[i] - 2 * output[i - 1] + output[i - 2]));
+    EXPECT_LT(bend, 0.002) << change.code << " " << change.id;
+  }
+}
