@@ -5,8 +5,9 @@
 
 namespace {
 
-std::map<std::string, const Class*, std::less<>>& classList() {
-  static std::map<std::string, const Class*, std::less<>> list;
+/// Of records with one name (two copies of a module) the one listed last counts.
+std::map<std::string, std::vector<const Class*>, std::less<>>& classList() {
+  static std::map<std::string, std::vector<const Class*>, std::less<>> list;
   return list;
 }
 
@@ -37,17 +38,23 @@ const Class::Attribute* Class::attributeNamed(std::string_view name) const {
 }
 
 void Class::addToList(std::span<const Class* const> classes) {
-  for (const Class* c : classes) classList()[c->name()] = c;
+  for (const Class* c : classes) {
+    auto& sameName = classList()[c->name()];
+    std::erase(sameName, c);
+    sameName.push_back(c);
+  }
 }
 
 void Class::removeFromList(std::span<const Class* const> classes) {
   for (const Class* c : classes) {
     const auto found = classList().find(c->name());
-    if (found != classList().end() && found->second == c) classList().erase(found);
+    if (found == classList().end()) continue;
+    std::erase(found->second, c);
+    if (found->second.empty()) classList().erase(found);
   }
 }
 
 const Class* Class::named(std::string_view name) {
   const auto found = classList().find(name);
-  return found == classList().end() ? nullptr : found->second;
+  return found == classList().end() ? nullptr : found->second.back();
 }

@@ -1,0 +1,89 @@
+#include "BundleFixture.h"
+#include "NSGraphicsContext.h"
+#include "TestUnit.h"
+#include "jxAppleAUView.h"
+
+namespace {
+
+class IdleCounter : public jxAppleAUView {
+ public:
+  using jxAppleAUView::jxAppleAUView;
+  void idle() override { ++count; }
+  int count = 0;
+};
+
+class EditorBaseTests : public BundleFixture {
+ protected:
+  std::shared_ptr<IdleCounter> editor_ = std::make_shared<IdleCounter>(NSMakeRect(0, 0, 420, 158));
+  Unit unit_ = openTestUnit();
+};
+
+TEST_F(EditorBaseTests, rectangles) {
+  EXPECT_EQ(jxAppleAUView::standardRectExpand(NSMakeRect(10, 10, 100, 50)), NSMakeRect(13, 5, 94, 70));
+  EXPECT_EQ(jxAppleAUView::rectExpand_left_top_right_bottom(NSMakeRect(10, 20, 30, 40), 1, 2, 4, 8),
+            NSMakeRect(9, 12, 35, 50));
+  const NSView first(NSMakeRect(10, 20, 30, 40)), last(NSMakeRect(100, 25, 50, 60));
+  EXPECT_EQ(jxAppleAUView::sectionRectFrom_to(first, last), NSMakeRect(10, 20, 140, 65));
+  EXPECT_EQ(jxAppleAUView::sectionRectFrom_to(first, first), first.frame());
+}
+
+TEST_F(EditorBaseTests, idleComesWhileTheWindowShowsAnEffect) {
+  const size_t timers = NSRunLoop::currentRunLoop().timerCount();
+  auto window = show(editor_);
+  const auto ticks = [&](double seconds) {
+    editor_->count = 0;
+    advance(seconds);
+    return editor_->count;
+  };
+  editor_->startTimerWithInterval(0.1);
+  EXPECT_EQ(ticks(1.05), 0) << "no effect yet";
+  editor_->setAU(jxAUwrapper::wrapperWithAU(unit_.get()));
+  EXPECT_EQ(ticks(1), 10);
+  editor_->startTimerWithInterval(0.1);
+  EXPECT_EQ(NSRunLoop::currentRunLoop().timerCount(), timers + 1) << "in place of the first";
+  EXPECT_EQ(ticks(1.05), 10);
+
+  for (const NSRunLoopMode mode : {NSEventTrackingRunLoopMode, NSModalPanelRunLoopMode}) {
+    NSRunLoop::currentRunLoop().setCurrentMode(mode);
+    EXPECT_EQ(ticks(1), 10);
+  }
+  NSRunLoop::currentRunLoop().setCurrentMode(NSDefaultRunLoopMode);
+
+  window->orderOut(nullptr);
+  EXPECT_EQ(ticks(1), 0);
+  window->makeKeyAndOrderFront();
+  EXPECT_EQ(ticks(1), 10) << "the timer went on";
+
+  window.reset();
+  EXPECT_EQ(ticks(1), 0);
+  EXPECT_EQ(NSRunLoop::currentRunLoop().timerCount(), timers);
+  const std::weak_ptr<IdleCounter> watched = editor_;
+  editor_.reset();
+  EXPECT_TRUE(watched.expired()) << "nothing holds the editor any more";
+}
+
+TEST_F(EditorBaseTests, theBottomLineNeedsAnEffect) {
+  NSImageView ground(editor_->frame());
+  ground.setImage(editor_->image());
+  const Bitmap bare = drawn(ground);
+  const NSRect strip = NSMakeRect(0, 0, 420, 30);
+  EXPECT_EQ(at(bare, 210, 100)[3], 255) << "there is a background";
+  EXPECT_EQ(differences(bare, drawn(*editor_), strip), 0);
+  EXPECT_GT(differences(bare, drawn(*editor_), NSMakeRect(0, 30, 420, 2)), 400) << "the separator";
+
+  editor_->setAU(jxAUwrapper::wrapperWithAU(unit_.get()));
+  const Bitmap line = drawn(*editor_);
+  EXPECT_GT(differences(bare, line, NSMakeRect(380, 0, 33, 30)), 50) << "aligned to 8 points from the right";
+  EXPECT_EQ(differences(bare, line, NSMakeRect(417, 0, 3, 30)), 0);
+  EXPECT_EQ(differences(bare, line, NSMakeRect(0, 0, 200, 30)), 0);
+
+  Bitmap part({420, 158}, 1);  // damage above the line alone draws the same as a whole drawing there
+  {
+    const NSGraphicsContext context(part);
+    editor_->displayRect(editor_->bounds());
+    editor_->displayRect(NSMakeRect(0, 28, 420, 4));
+  }
+  EXPECT_EQ(differences(part, line, strip), 0);
+}
+
+}  // namespace

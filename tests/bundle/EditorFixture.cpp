@@ -1,0 +1,62 @@
+#include "EditorFixture.h"
+
+#include <stdexcept>
+
+#include "AppKitClasses.h"
+#include "RegisterEffects.h"
+#include "jxAppleAUGUI_ViewFactory.h"
+
+extern "C" void TovinBundleClasses(std::vector<const Class*>& classes);
+
+namespace {
+
+/// The built bundle's resources with this program's own copy of its classes; opened once.
+std::shared_ptr<NSBundle> linkedBundle() {
+  NSRegisterAppKitClasses();
+  RegisterEffects();
+  std::string error;
+  auto bundle = NSBundle::bundleWithPath(TOVIN_BUNDLE, error);
+  if (!bundle) throw std::runtime_error(error);
+  bundle->loadLinked(&TovinBundleClasses);
+  return bundle;
+}
+
+}  // namespace
+
+EditorTest::EditorTest() { static const std::shared_ptr<NSBundle> bundle = linkedBundle(); }
+
+EditorTest::~EditorTest() { close(); }
+
+void EditorTest::open(const std::string& subtype) {
+  OSType code = 0;
+  for (const char c : subtype) code = code << 8 | static_cast<unsigned char>(c);
+  const ComponentDescription wanted{FourCharCode("aufx"), code, FourCharCode("Tovn")};
+  unit = openUnit(FindNextComponent(nullptr, &wanted));
+  const auto view = std::make_shared<jxAppleAUGUI_ViewFactory>()->uiViewForAudioUnit_withSize(unit.get(), {});
+  if (!view) throw std::runtime_error("no editor of " + subtype);
+  show(view);
+}
+
+void EditorTest::show(const std::shared_ptr<NSView>& view) {
+  editor = view;
+  window = std::make_shared<NSWindow>(NSRect{{100, 100}, view->frame().size}, NSTitledWindowMask,
+                                      NSBackingStoreBuffered, false);
+  window->setContentView(view);
+  window->setInitialFirstResponder(view.get());
+  window->makeKeyAndOrderFront();
+  advance(0.2);
+  takeDamage();
+}
+
+void EditorTest::close() {
+  if (window) window->close();
+  window.reset();
+  editor.reset();
+  advance(2);  // an end-stop timer may still hold a knob
+  unit.reset();
+}
+
+unsigned EditorTest::colorAt(NSPoint p) const {
+  const auto [r, g, b, a] = at(*window->snapshot(), p.x, p.y);
+  return static_cast<unsigned>(r) << 16 | static_cast<unsigned>(g) << 8 | b;
+}
