@@ -2,28 +2,7 @@
 
 #include <stdexcept>
 
-#include "AppKitClasses.h"
-#include "RegisterEffects.h"
 #include "jxAppleAUGUI_ViewFactory.h"
-
-extern "C" void TovinBundleClasses(std::vector<const Class*>& classes);
-
-namespace {
-
-/// The built bundle's resources with this program's own copy of its classes; opened once.
-std::shared_ptr<NSBundle> linkedBundle() {
-  NSRegisterAppKitClasses();
-  RegisterEffects();
-  std::string error;
-  auto bundle = NSBundle::bundleWithPath(TOVIN_BUNDLE, error);
-  if (!bundle) throw std::runtime_error(error);
-  bundle->loadLinked(&TovinBundleClasses);
-  return bundle;
-}
-
-}  // namespace
-
-EditorTest::EditorTest() { static const std::shared_ptr<NSBundle> bundle = linkedBundle(); }
 
 EditorTest::~EditorTest() { close(); }
 

@@ -8,7 +8,6 @@
 /// An editor of a live effect, or a single view, in a shown window at (100, 100), used by hand and by its host.
 class EditorTest : public BundleFixture {
  protected:
-  EditorTest();
   ~EditorTest() override;
 
   /// The editor of a registered effect of this system, from the module, drawn.
