@@ -7,10 +7,10 @@
 #include "NSWindow.h"
 #include "OffscreenDisplay.h"
 
-/// The sample delay's editor in a shown window of an offscreen display, under a virtual clock.
+/// An editor on a live effect in a shown window of an offscreen display, under a virtual clock.
 class BenchEditor {
  public:
-  explicit BenchEditor(float scale);
+  BenchEditor(const char (&subtype)[5], float scale);
   ~BenchEditor();
   BenchEditor(const BenchEditor&) = delete;
   BenchEditor& operator=(const BenchEditor&) = delete;
@@ -30,5 +30,5 @@ class BenchEditor {
   std::shared_ptr<NSWindow> window_;
 };
 
-/// A new instance of the sample delay; the caller closes it.
-AudioUnit openSampleDelay();
+/// A new instance; the caller closes it.
+AudioUnit openEffect(const char (&subtype)[5]);

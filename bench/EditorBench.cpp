@@ -1,64 +1,23 @@
 #include <benchmark/benchmark.h>
 #include <cairo.h>
 
-#include <stdexcept>
-
-#include "AUCocoaUIBase.h"
 #include "AUEventListener.h"
 #include "BenchEditor.h"
-#include "NSBundle.h"
 #include "NSGraphicsContext.h"
-#include "NSRunLoop.h"
-
-AudioUnit openSampleDelay() {
-  const ComponentDescription wanted{.componentType = FourCharCode("aufx"), .componentSubType = FourCharCode("sdly")};
-  AudioUnit unit = nullptr;
-  OpenAComponent(FindNextComponent(nullptr, &wanted), &unit);
-  return unit;
-}
-
-std::shared_ptr<NSView> BenchEditor::makeView(AudioUnit unit) {
-  static std::shared_ptr<NSBundle> bundle;
-  static std::shared_ptr<NSObject> factory;
-  if (!factory) {
-    std::string error;
-    bundle = NSBundle::bundleWithPath(TOVIN_BUNDLE, error);
-    if (!bundle || !bundle->load(error)) throw std::runtime_error(error);
-    factory = bundle->principalClass()->make();
-  }
-  return dynamic_cast<AUCocoaUIBase&>(*factory).uiViewForAudioUnit_withSize(unit, {0, 0});
-}
-
-BenchEditor::BenchEditor(float scale) : display_(scale), unit_(openSampleDelay()) {
-  const auto view = makeView(unit_);
-  window_ = std::make_shared<NSWindow>(NSRect{{100, 100}, view->frame().size}, NSTitledWindowMask,
-                                       NSBackingStoreBuffered, false);
-  window_->setContentView(view);
-  window_->makeKeyAndOrderFront();
-  redraw();
-}
-
-BenchEditor::~BenchEditor() {
-  window_.reset();
-  CloseComponent(unit_);
-}
-
-void BenchEditor::redraw() { NSRunLoop::currentRunLoop().runTurn(); }
-void BenchEditor::advance(double seconds) { clock_.advance(NSRunLoop::currentRunLoop(), seconds); }
 
 namespace {
 
 void openEditor(benchmark::State& state) {
   const VirtualClock clock;
   const OffscreenDisplay display;
-  const AudioUnit unit = openSampleDelay();
+  const AudioUnit unit = openEffect("sdly");
   for (auto _ : state) BenchEditor::makeView(unit);
   CloseComponent(unit);
 }
 BENCHMARK(openEditor)->Name("editor/open")->Unit(benchmark::kMicrosecond);
 
 void fullRedraw(benchmark::State& state) {
-  BenchEditor editor(static_cast<float>(state.range(0)));
+  BenchEditor editor("sdly", static_cast<float>(state.range(0)));
   for (auto _ : state) {
     editor.view().setNeedsDisplay(true);
     editor.redraw();
@@ -70,7 +29,7 @@ BENCHMARK(fullRedraw)->Name("editor/full redraw")->Arg(1)->Arg(2)->Unit(benchmar
 /// is ours.
 void bareCairo(benchmark::State& state) {
   const auto scale = static_cast<float>(state.range(0));
-  BenchEditor editor(scale);
+  BenchEditor editor("sdly", scale);
   Bitmap target(editor.view().frame().size, scale);
   const cairo_rectangle_t extents{0, 0, static_cast<double>(target.physicalWidth()),
                                   static_cast<double>(target.physicalHeight())};
@@ -88,7 +47,7 @@ void bareCairo(benchmark::State& state) {
 BENCHMARK(bareCairo)->Name("editor/bare cairo calls of a full redraw")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
 
 void knobRedraw(benchmark::State& state) {
-  BenchEditor editor(static_cast<float>(state.range(0)));
+  BenchEditor editor("sdly", static_cast<float>(state.range(0)));
   const AudioUnitParameter parameter{editor.unit(), 0, kAudioUnitScope_Global, 0};
   float value = 0;
   for (auto _ : state) {
@@ -106,7 +65,7 @@ void knobRedraw(benchmark::State& state) {
 BENCHMARK(knobRedraw)->Name("editor/knob redraw by automation")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
 
 void idleTurn(benchmark::State& state) {
-  BenchEditor editor(1);
+  BenchEditor editor("sdly", 1);
   editor.shown().takePresented();
   for (auto _ : state) editor.advance(0.05);
   state.counters["rectangles drawn"] = static_cast<double>(editor.shown().takePresented().size());

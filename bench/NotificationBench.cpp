@@ -18,7 +18,7 @@ void notifyLast(benchmark::State& state) {
   AUEventListenerCreate(&count, &delivered, CFRunLoopGetCurrent(), kCFRunLoopDefaultMode, 0.05, 0.05, &listener);
   std::vector<AudioUnit> units;
   for (int i = 0; i < bindings; ++i) {
-    units.push_back(openSampleDelay());
+    units.push_back(openEffect("sdly"));
     const AudioUnitEvent event = AudioUnitEvent::parameterChange({units.back(), 0, kAudioUnitScope_Global, 0});
     AUEventListenerAddEventType(listener, &units, &event);
   }
