@@ -190,6 +190,62 @@ TEST_F(Meter, IsMarkedOnlyWhileSomethingWouldChange) {
   EXPECT_TRUE(takeDamage().empty());
 }
 
+/// Its list of parameters can change under a listener's eyes.
+class ChangingEffect : public SilentEffect {
+ public:
+  ChangingEffect() : SilentEffect(rows) {}
+  void setSecond(AudioUnitParameterID id) {
+    rows[1].id = id;
+    announcePropertyChange(kAudioUnitProperty_ParameterList);
+  }
+
+ private:
+  static inline AUParameterRow rows[] = {{0, "gain", kAudioUnitParameterUnit_Generic, 0, 20, 0},
+                                         {1001, "amount", kAudioUnitParameterUnit_Decibels, 0, 20, 10}};
+};
+
+TEST_F(Meter, FollowsTheListOfParameters) {
+  unit = openUnit(RegisterComponent({FourCharCode("aufx"), FourCharCode("chng"), FourCharCode("Test")},
+                                    "Test: AUChanging", 1, +[]() -> std::unique_ptr<AUEffectBase> {
+                                      return std::make_unique<ChangingEffect>();
+                                    }));
+  auto& effect = dynamic_cast<ChangingEffect&>(*unit);
+  meter->awakeFromNib();
+  meter->startWatchingAUparam_numSamples(addressOf(unit, 1000), 4);
+  show(meter);
+  const float x = NSMaxX(meter->inBounds()) - 4;
+  const auto updates = [&] {
+    for (int i = 0; i < 4; ++i) meter->update();
+    advance(0.1);
+    return filled(x, 4);
+  };
+  EXPECT_FALSE(updates()) << "there is no such parameter";
+  effect.setSecond(1000);
+  advance(0.1);
+  EXPECT_TRUE(updates());
+  effect.setSecond(1001);
+  advance(0.1);
+  takeDamage();
+  EXPECT_TRUE(updates()) << "the history stays";
+  EXPECT_TRUE(takeDamage().empty()) << "and stands still";
+}
+
+TEST_F(Dynamics, TheZeroLinesAreTheStrongOnes) {
+  open("mcmp");
+  // A line offered earlier keeps its place, so 0 dB must come first to be drawn at full weight.
+  auto& graph = outlet<jxAUCompGraphView>("graphView1");
+  automate(5, -100);
+  automate(15, -20);
+  advance(0.1);
+  const auto darkness = [&](NSPoint p) { return 255 - static_cast<int>(colorAt(graph.convertPoint_toView(p, nullptr)) & 255); };
+  const float y0 = graph.pointForIndB_outdB(0, 0).y, y40 = graph.pointForIndB_outdB(0, -40).y;
+  const float x0 = graph.pointForIndB_outdB(0, 0).x, x40 = graph.pointForIndB_outdB(-40, 0).x;
+  const NSPoint free = graph.pointForIndB_outdB(-90, -10);
+  const int glass = darkness({free.x, (y0 + y40) / 2});
+  EXPECT_GT(darkness({free.x, y0}) - glass, (darkness({free.x, y40}) - glass) * 3 / 2);
+  EXPECT_GT(darkness({x0, y40 + 6}) - glass, (darkness({x40, y40 + 6}) - glass) * 3 / 2);
+}
+
 TEST_F(Dynamics, ATickDrawsTheFourMetersAndNothingElse) {
   open("mcmp");
   std::vector<NSView*> meters;

@@ -1,10 +1,11 @@
-// The real window of `tovin open sdly --log` on a real X server, used with synthetic hands.
+// The real window of `tovin open --log` on a real X server, used with synthetic hands.
 
 #include <gtest/gtest.h>
 #include <signal.h>
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <sstream>
@@ -16,7 +17,8 @@
 
 namespace {
 
-constexpr int editorWidth = 420;
+constexpr int sampleDelayWidth = 420;
+constexpr int compressorWidth = 1128;
 constexpr int knobX = 210, knobY = 66;  // centre, from the editor's top left
 constexpr int fieldX = 210, fieldY = 100;
 constexpr int barX = 60;  // on the overlay's bar, left of its text
@@ -40,7 +42,12 @@ class OpenEditor : public testing::Test {
   }
 
   void open(std::vector<std::string> more = {}, const std::vector<std::string>& environment = {}) {
-    std::vector<std::string> command{TOVIN_PROGRAM, "open", "sdly", "--log", "--scale", "1"};
+    openEffect("sdly", sampleDelayWidth, std::move(more), environment);
+  }
+  void openEffect(const char* effect, int width, std::vector<std::string> more = {},
+                  const std::vector<std::string>& environment = {}) {
+    width_ = width;
+    std::vector<std::string> command{TOVIN_PROGRAM, "open", effect, "--log", "--scale", "1"};
     command.insert(command.end(), more.begin(), more.end());
     host_ = std::make_unique<ChildProcess>(command, environment);
     for (int i = 0; i < 1000 && !findWindow(); ++i) sleepFor(0.01);
@@ -55,7 +62,7 @@ class OpenEditor : public testing::Test {
     bool found = false;
     for (unsigned i = 0; i < count; ++i) {
       XWindowAttributes attributes;
-      if (!XGetWindowAttributes(x_, children[i], &attributes) || attributes.width != editorWidth) continue;
+      if (!XGetWindowAttributes(x_, children[i], &attributes) || attributes.width != width_) continue;
       if (attributes.map_state != IsViewable) continue;
       left_ = attributes.x;
       top_ = attributes.y;
@@ -90,16 +97,17 @@ class OpenEditor : public testing::Test {
     sleepFor(0.2);
   }
 
-  /// The last value that was printed of parameter 0.
-  double value() {
+  /// Identifier and value of the last change that was printed.
+  std::pair<int, double> lastChange() {
     const std::string& text = host_->output();
     const size_t line = text.rfind("\n", text.size() - 2);
     const std::string last = text.substr(line == std::string::npos ? 0 : line + 1);
     std::istringstream words(last);
-    double id = -1, number = -1;
-    words >> id >> number;
-    return id == 0 ? number : -1;
+    std::pair<int, double> change{-1, -1};
+    words >> change.first >> change.second;
+    return change;
   }
+  double value() { return lastChange().first == 0 ? lastChange().second : -1; }
   void automate(double to) {
     host_->write("0 " + std::to_string(static_cast<long>(to)) + "\n");
     ASSERT_TRUE(host_->waitForOutput("0 " + std::to_string(static_cast<long>(to)) + "\n", 2));
@@ -122,6 +130,7 @@ class OpenEditor : public testing::Test {
 
   XConnection* x_ = nullptr;
   Window window_ = 0;
+  int width_ = 0;
   int left_ = 0, top_ = 0;
   std::unique_ptr<ChildProcess> host_;
 };
@@ -203,6 +212,36 @@ TEST_F(OpenEditor, AutomationTurnsTheKnobAndBadLinesAreReported) {
             "tovin: standard input, line 4: \"0 1 2\", expected ID VALUE\n");
   host_->closeInput();
   EXPECT_EQ(host_->wait(0.3), -1) << "the end of standard input ends nothing";
+}
+
+TEST_F(OpenEditor, CrossoverHandlesWriteTheirFrequencyAndKeepThePointer) {
+  openEffect("mcmp", compressorWidth);
+  constexpr int y = 75;
+  constexpr double plotLeft = 136, plotWidth = 960, octaves = 10.1066;  // 20 to 22050 Hz
+  const auto frequency = [](double x) { return 20 * std::exp2((x - plotLeft) / plotWidth * octaves); };
+  const auto at = [](double hertz) { return static_cast<int>(plotLeft + std::log2(hertz / 20) / octaves * plotWidth); };
+  const struct {
+    int parameter;
+    double from;
+    int motion;
+    bool fine;
+  } rows[] = {{2, 120, 60, false}, {3, 700, 100, true}, {4, 3000, -80, false}, {3, 735, 616 - at(735), false}};
+  for (const auto& row : rows) {
+    const int x = at(row.from);
+    hands("mousemove " + std::to_string(left_ + x) + " " + std::to_string(top_ + y) + " mousedown 1");
+    if (row.fine) hands("keydown shift");
+    for (int i = 0; i < 4; ++i) hands("mousemove_relative -- " + std::to_string(row.motion * (i + 1) / 4 - row.motion * i / 4) + " 0");
+    if (row.fine) hands("keyup shift");
+    sleepFor(0.2);
+    hands("mouseup 1");
+    sleepFor(0.2);
+    const double to = x + row.motion * (row.fine ? 0.1 : 1);
+    const auto [id, hertz] = lastChange();
+    EXPECT_EQ(id, row.parameter);
+    EXPECT_NEAR(hertz, frequency(to + 0.5), hertz * 0.004) << row.parameter;
+    EXPECT_EQ(pointer(), std::to_string(static_cast<int>(to + 0.5)) + "," + std::to_string(y));
+  }
+  EXPECT_NEAR(lastChange().second, std::sqrt(20 * 22050.0), 3) << "the middle of the axis";
 }
 
 TEST_F(OpenEditor, EndsCleanlyAlsoInTheMiddleOfADrag) {
