@@ -29,7 +29,10 @@ void EventRouter::handle(const NSEvent& event) {
 void EventRouter::press(const NSEvent& event) {
   endGesture();
   NSView* view = viewAt(event.locationInWindow);
-  if (window_.isTyping() && view != window_.firstResponder() && !window_.makeFirstResponder(nullptr)) return;
+  if (window_.isTyping() && view != window_.firstResponder()) {
+    if (!window_.makeFirstResponder(nullptr)) return;
+    view = viewAt(event.locationInWindow);  // the end of editing may have changed the tree
+  }
   if (!view) return;
   pressed_ = std::static_pointer_cast<NSView>(view->shared_from_this());
   last_ = event;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <pugixml.hpp>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 #include "Class.h"
@@ -24,6 +25,12 @@ struct DescriptionError {
 class Loader {
  public:
   explicit Loader(NSObject& owner) : owner_(owner) {}
+  Loader(const Loader&) = delete;
+  Loader& operator=(const Loader&) = delete;
+  /// Gives the owner back what its outlets held, if the loading failed.
+  ~Loader() {
+    for (const auto& [outlet, object] : before_) outlet->connect(owner_, object);
+  }
 
   void load(const pugi::xml_document& document) {
     const pugi::xml_node root = document.document_element();
@@ -31,12 +38,10 @@ class Loader {
       fail(root, "<" + std::string(root.name()) + ">, expected <interface>");
     for (const pugi::xml_node node : root.children()) makeView(node, nullptr, nullptr);
     checkRequiredOutlets();
-    for (const Connection& c : connections_)
-      if (!c.outlet->connect(*c.holder, c.object))
-        fail(c.node, "outlet \"" + c.outlet->name + "\" of " + c.holder->isa().name() +
-                         " does not take an object of class " + c.object->isa().name());
+    connectAll();
     static const SEL awake = NSSelectorFromString("awakeFromNib");
     for (const auto& view : views_) NSPerformIfAnswered(view.get(), awake, nullptr);
+    before_.clear();
   }
 
  private:
@@ -123,6 +128,18 @@ class Loader {
     connections_.push_back({node, &holder, outlet, object});
   }
 
+  void connectAll() {
+    for (const Connection& c : connections_) {
+      if (c.holder == &owner_) {
+        NSObject* held = c.outlet->connected(owner_);
+        before_.emplace_back(c.outlet, held ? held->weak_from_this().lock() : nullptr);
+      }
+      if (!c.outlet->connect(*c.holder, c.object))
+        fail(c.node, "outlet \"" + c.outlet->name + "\" of " + c.holder->isa().name() +
+                         " does not take an object of class " + c.object->isa().name());
+    }
+  }
+
   void checkRequiredOutlets() const {
     for (const TopLevel& top : topLevels_) {
       for (const Class::Outlet& outlet : top.view->isa().outlets()) {
@@ -140,6 +157,7 @@ class Loader {
   std::vector<std::shared_ptr<NSView>> views_;  // in order of the description
   std::vector<TopLevel> topLevels_;
   std::vector<Connection> connections_;
+  std::vector<std::pair<const Class::Outlet*, std::shared_ptr<NSObject>>> before_;  // of the owner
 };
 
 std::string contentsOf(const std::string& file) {

@@ -165,7 +165,12 @@ void NSTextField::mouseDown(const NSEvent& event) {
   if (!editable_ && !selectable_) return NSControl::mouseDown(event);
   if (!editing_) {
     pressPosition_ = positionAt(event);
-    if (window()) window()->makeFirstResponder(this);
+    if (!window()) return;
+    // After Return the field may be the first responder still, but without editing.
+    if (window()->firstResponder() == this)
+      becomeFirstResponder();
+    else
+      window()->makeFirstResponder(this);
     return;
   }
   if (event.clickCount >= 2)

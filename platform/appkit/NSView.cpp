@@ -28,6 +28,7 @@ void NSView::addSubview(std::shared_ptr<NSView> view) {
 void NSView::removeFromSuperview() {
   if (!superview_) return;
   if (NSWindow* w = window()) w->viewWillLeave(*this);
+  if (!superview_) return;  // the end of a gesture or of editing removed it
   setNeedsDisplay(true);
   NSView* parent = std::exchange(superview_, nullptr);
   std::erase_if(parent->subviews_, [this](const auto& view) { return view.get() == this; });

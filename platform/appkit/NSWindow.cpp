@@ -24,6 +24,7 @@ NSWindow::NSWindow(NSRect contentRect, unsigned styleMask, NSBackingStoreType, b
 NSWindow::~NSWindow() {
   delegate_ = nullptr;
   close();
+  orderOut(nullptr);  // what was shown for it since it was closed
   contentView_->window_ = nullptr;
   loop_->removeObserver(*this);
 }
@@ -168,7 +169,8 @@ bool NSWindow::selectNextField(const NSView& from, bool backwards) {
   if (here == fields.end() || fields.size() < 2) return false;
   const auto count = static_cast<ptrdiff_t>(fields.size());
   const ptrdiff_t next = ((here - fields.begin()) + (backwards ? count - 1 : 1)) % count;
-  return makeFirstResponder(fields[static_cast<size_t>(next)]);
+  makeFirstResponder(fields[static_cast<size_t>(next)]);
+  return true;
 }
 
 void NSWindow::addDamage(NSRect rect) {
@@ -209,6 +211,8 @@ void NSWindow::displayChangedFrame(NSRect frame) {
     window->frame_ = NSOffsetRect(window->frame_, frame.origin.x - frame_.origin.x,
                                   frame.origin.y - frame_.origin.y);
   frame_ = frame;
+  for (const NSWindow* window : belonging_)
+    if (window->real_) window->real_->setFrame(window->frame_);
   if (!resized) return;
   contentView_->setFrame(bounds());
   surface_.reset();

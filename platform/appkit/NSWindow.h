@@ -62,7 +62,8 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   NSView* initialFirstResponder() const { return initialFirstResponder_; }
   /// A text field is being edited.
   bool isTyping() const;
-  /// Moves to the next (or previous) field in order of creation; false when there is no other.
+  /// Moves to the next (or previous) field in order of creation, if the present one lets it; false when there
+  /// is no other.
   bool selectNextField(const NSView& from, bool backwards);
 
   /// Marks part of the content (points).

@@ -86,7 +86,8 @@ void NSGraphicsContext::drawShadow(NSRect extents, const std::function<void(cair
   const NSShadow& shadow = *state.shadow;
   if (!shadow.shadowColor() || shadow.shadowColor()->alphaComponent() <= 0) return;
 
-  ShadowMask mask(cairo(), extents, shadow.shadowBlurRadius() * scale());
+  const NSSize offset{shadow.shadowOffset().width * scale(), shadow.shadowOffset().height * scale()};
+  ShadowMask mask(cairo(), extents, offset, shadow.shadowBlurRadius() * scale());
   if (mask.isEmpty()) return;
   cairo_set_source_rgba(mask.cairo(), 0, 0, 0, state.alpha);
   paint(mask.cairo());
@@ -97,8 +98,7 @@ void NSGraphicsContext::drawShadow(NSRect extents, const std::function<void(cair
   cairo_identity_matrix(cairo());
   cairo_set_source_rgba(cairo(), color.redComponent(), color.greenComponent(), color.blueComponent(),
                         color.alphaComponent());
-  const NSSize offset = shadow.shadowOffset();
-  cairo_mask_surface(cairo(), mask.surface(), static_cast<float>(mask.physicalX()) + offset.width * scale(),
-                     static_cast<float>(mask.physicalY()) - offset.height * scale());
+  cairo_mask_surface(cairo(), mask.surface(), static_cast<float>(mask.physicalX()) + offset.width,
+                     static_cast<float>(mask.physicalY()) - offset.height);
   cairo_restore(cairo());
 }

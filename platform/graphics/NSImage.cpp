@@ -40,6 +40,14 @@ struct PixelRect {
   double x, y, width, height;
 };
 
+/// Half a pixel goes to the right and upwards on both sides of a copy, so that the same size in points is the
+/// same size in pixels.
+PixelRect wholePixels(double left, double top, double right, double bottom) {
+  const auto across = [](double x) { return std::floor(x + 0.5); };
+  const auto down = [](double y) { return std::ceil(y - 0.5); };
+  return {across(left), down(top), across(right) - across(left), down(bottom) - down(top)};
+}
+
 /// Source pixels of a bitmap, alone on a surface of their own when something could sample past their edge.
 graphics::SurfacePtr cut(const Bitmap& bitmap, const PixelRect& part) {
   graphics::SurfacePtr piece(cairo_image_surface_create(CAIRO_FORMAT_ARGB32,
@@ -120,12 +128,10 @@ void NSImage::drawInRect_fromRect_operation_fraction(NSRect target, NSRect sourc
   double left = NSMinX(target), top = NSMaxY(target), right = NSMaxX(target), bottom = NSMinY(target);
   cairo_user_to_device(cairo, &left, &top);
   cairo_user_to_device(cairo, &right, &bottom);
-  const PixelRect to{std::round(left), std::round(top), std::round(right) - std::round(left),
-                     std::round(bottom) - std::round(top)};
-  const double s = bitmap->scale();
-  const PixelRect from{std::round(source.origin.x * s),
-                       std::round(bitmap->physicalHeight() - NSMaxY(source) * s),
-                       std::round(source.size.width * s), std::round(source.size.height * s)};
+  const PixelRect to = wholePixels(left, top, right, bottom);
+  const double s = bitmap->scale(), height = bitmap->physicalHeight();
+  const PixelRect from = wholePixels(NSMinX(source) * s, height - NSMaxY(source) * s, NSMaxX(source) * s,
+                                     height - NSMinY(source) * s);
   if (to.width <= 0 || to.height <= 0 || from.width <= 0 || from.height <= 0) return;
 
   cairo_save(cairo);

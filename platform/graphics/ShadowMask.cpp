@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numbers>
 #include <vector>
 
 namespace {
@@ -28,7 +29,9 @@ void gaussian(uint8_t* data, int width, int height, int stride, float sigma) {
   std::vector<float> kernel(static_cast<size_t>(2 * reach + 1));
   float sum = 0;
   for (int i = -reach; i <= reach; ++i) {
-    const float weight = std::exp(-static_cast<float>(i * i) / (2 * sigma * sigma));
+    // The share of a whole pixel: a value at its middle would narrow a Gaussian of less than a pixel.
+    const auto below = [&](float x) { return std::erf(x / (sigma * std::numbers::sqrt2_v<float>)); };
+    const float weight = below(static_cast<float>(i) + 0.5f) - below(static_cast<float>(i) - 0.5f);
     kernel[static_cast<size_t>(i + reach)] = weight;
     sum += weight;
   }
@@ -68,7 +71,7 @@ void threeBoxes(uint8_t* data, int width, int height, int stride, float sigma) {
 
 }  // namespace
 
-ShadowMask::ShadowMask(cairo_t* target, NSRect extents, float physicalBlurRadius)
+ShadowMask::ShadowMask(cairo_t* target, NSRect extents, NSSize physicalOffset, float physicalBlurRadius)
     : sigma_(std::max(0.0f, physicalBlurRadius) / 2) {
   double left = HUGE_VAL, top = HUGE_VAL, right = -HUGE_VAL, bottom = -HUGE_VAL;
   for (const float x : {NSMinX(extents), NSMaxX(extents)}) {
@@ -82,6 +85,16 @@ ShadowMask::ShadowMask(cairo_t* target, NSRect extents, float physicalBlurRadius
     }
   }
   const int pad = static_cast<int>(std::ceil(3 * sigma_)) + 1;
+  double seenLeft, seenTop, seenRight, seenBottom;
+  cairo_save(target);
+  cairo_identity_matrix(target);
+  cairo_clip_extents(target, &seenLeft, &seenTop, &seenRight, &seenBottom);
+  cairo_restore(target);
+  left = std::max(left, seenLeft - physicalOffset.width - pad);
+  right = std::min(right, seenRight - physicalOffset.width + pad);
+  top = std::max(top, seenTop + physicalOffset.height - pad);
+  bottom = std::min(bottom, seenBottom + physicalOffset.height + pad);
+  if (left >= right || top >= bottom) return;
   x_ = static_cast<int>(std::floor(left)) - pad;
   y_ = static_cast<int>(std::floor(top)) - pad;
   const int width = static_cast<int>(std::ceil(right)) + pad - x_;
@@ -105,7 +118,7 @@ void ShadowMask::blur() {
   const int height = cairo_image_surface_get_height(surface_.get());
   const int stride = cairo_image_surface_get_stride(surface_.get());
   // Boxes of a few pixels are too coarse to add up to a narrow Gaussian.
-  if (sigma_ < 1)
+  if (sigma_ < 2)
     gaussian(data, width, height, stride, sigma_);
   else
     threeBoxes(data, width, height, stride, sigma_);

@@ -6,9 +6,9 @@
 /// The coverage of one shape in device pixels, and its blurred form.
 class ShadowMask {
  public:
-  /// For a shape within `extents` (in the target's current coordinates), seen through the target's clip.
-  /// `physicalBlurRadius` r is a Gaussian of sigma r / 2.
-  ShadowMask(cairo_t* target, NSRect extents, float physicalBlurRadius);
+  /// For a shape within `extents` (in the target's current coordinates), as far as its shadow is seen through
+  /// the target's clip. `physicalOffset` grows upwards; `physicalBlurRadius` r is a Gaussian of sigma r / 2.
+  ShadowMask(cairo_t* target, NSRect extents, NSSize physicalOffset, float physicalBlurRadius);
 
   /// Nothing of it can be seen: there is nothing to draw to.
   bool isEmpty() const { return !surface_; }

@@ -22,6 +22,11 @@ ComponentDescription described(const char (&subtype)[5], const char (&maker)[5],
   return {FourCharCode("tst1"), FourCharCode(subtype), FourCharCode(maker), flags, 0};
 }
 
+/// Out of the way of those that are looked for.
+ComponentDescription other(const char (&subtype)[5]) {
+  return {FourCharCode("tst2"), FourCharCode(subtype), FourCharCode("Else")};
+}
+
 std::string nameOf(Component component) {
   const Handle handle = NewHandle(0);
   EXPECT_EQ(GetComponentInfo(component, nullptr, handle, nullptr, nullptr), noErr);
@@ -61,7 +66,7 @@ TEST(Components, AreFoundByPatternInOrderOfRegistration) {
 
 TEST(Components, HandOutTheirNameAsLengthAndMacRoman) {
   const auto named = [](const char(&subtype)[5], const std::string& name) {
-    return nameOf(RegisterComponent(described(subtype, "Name"), name, 1, makeEffect));
+    return nameOf(RegisterComponent(other(subtype), name, 1, makeEffect));
   };
   EXPECT_EQ(named("nam1", "Größe"),
             "Gr\x9A\xA7"
@@ -93,7 +98,7 @@ TEST(Components, AFactoryThatFailsGivesAnErrorAndNoInstance) {
   const auto before = NSSetLogSink([](std::string_view) {});
   for (const ComponentFactory factory : {makeNothing, makeFailure}) {
     ComponentInstance instance = nullptr;
-    EXPECT_NE(OpenAComponent(RegisterComponent(described("fail", "Fail"), "", 1, factory), &instance), noErr);
+    EXPECT_NE(OpenAComponent(RegisterComponent(other("fail"), "", 1, factory), &instance), noErr);
     EXPECT_EQ(instance, nullptr);
   }
   NSSetLogSink(before);

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <map>
+#include <memory>
 #include <thread>
 #include <vector>
 
@@ -9,29 +10,50 @@
 #include "AUEventQueue.h"
 #include "TestEffect.h"
 
-TEST(EventQueue, LosesAndDoublesNothingAndKeepsEachThreadsOrder) {
-  constexpr int threadCount = 3;
-  constexpr int perThread = 20000;
-  AUEventQueue<std::pair<int, int>, 64> queue;
+namespace {
+
+/// Several threads push at once while this one pops, or, when the queue holds everything, before it does.
+template <size_t Capacity>
+void pushFromManyThreads() {
+  constexpr int threadCount = 4;
+  constexpr int perThread = 65536;
+  const auto queue = std::make_unique<AUEventQueue<std::pair<int, int>, Capacity>>();
   std::vector<std::thread> threads;
+  std::atomic<int> ready{0};
   for (int t = 0; t < threadCount; ++t)
     threads.emplace_back([&, t] {
+      for (++ready; ready < threadCount;) std::this_thread::yield();
       for (int i = 0; i < perThread; ++i)
-        while (!queue.push({t, i})) std::this_thread::yield();
+        while (!queue->push({t, i})) std::this_thread::yield();
     });
+  if (Capacity >= threadCount * perThread)
+    for (std::thread& thread : threads) thread.join();
+
   int next[threadCount] = {};
+  const NSTimeInterval tooLate = NSDate::timeIntervalSinceReferenceDate() + 60;
+  std::pair<int, int> entry;
   for (int taken = 0; taken < threadCount * perThread;) {
-    std::pair<int, int> entry;
-    if (!queue.pop(entry)) {
-      std::this_thread::yield();
+    if (queue->pop(entry)) {
+      ASSERT_EQ(entry.second, next[entry.first]++);
+      ++taken;
       continue;
     }
-    ASSERT_EQ(entry.second, next[entry.first]++);
-    ++taken;
+    if (NSDate::timeIntervalSinceReferenceDate() > tooLate) {
+      ADD_FAILURE() << "only " << taken << " came";
+      break;
+    }
+    std::this_thread::yield();
   }
-  for (std::thread& thread : threads) thread.join();
-  std::pair<int, int> entry;
-  EXPECT_FALSE(queue.pop(entry));
+  for (std::thread& thread : threads)
+    if (thread.joinable()) thread.join();
+  EXPECT_FALSE(queue->pop(entry));
+}
+
+}  // namespace
+
+TEST(EventQueue, LosesAndDoublesNothingAndKeepsEachThreadsOrder) {
+  pushFromManyThreads<64>();
+  pushFromManyThreads<4 * 65536>();
 }
 
 TEST(EventThreads, ChangesFromOtherThreadsArriveOnTheLoopsThreadUpToTheLast) {
@@ -64,7 +86,7 @@ TEST(EventThreads, ChangesFromOtherThreadsArriveOnTheLoopsThreadUpToTheLast) {
       for (int i = 0; i < 20000; ++i)
         AUParameterSet(nullptr, nullptr, &parameter, static_cast<float>(i % 37), 0);
       AUParameterSet(nullptr, nullptr, &parameter, 30, 0);
-      if (--running == 0) loop.post([&] { loop.stop(); });
+      --running;
     });
   // Meanwhile listeners and registrations come and go.
   const auto churn = [&] {
@@ -79,7 +101,7 @@ TEST(EventThreads, ChangesFromOtherThreadsArriveOnTheLoopsThreadUpToTheLast) {
     loop.runTurn();
   }
   for (std::thread& thread : threads) thread.join();
-  loop.run(NSDate::timeIntervalSinceReferenceDate() + 0.05);
+  loop.run(NSDate::timeIntervalSinceReferenceDate() + 0.05);  // an interval after the last change has passed
   AUListenerDispose(listener);
   EXPECT_EQ(heard.strays, 0);
   EXPECT_EQ(heard.last, (std::map<UInt32, float>{{0, 2}, {5, 30}, {7, 30}}));  // the first one's limit is 2

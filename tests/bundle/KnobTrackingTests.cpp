@@ -156,7 +156,11 @@ TEST_F(Tracking, EndStopIsShownForAWhileAndOnlyOnce) {
   advance(0.05);
   EXPECT_TRUE(knob->showsRedLimit());
   display_.release();
-  advance(1.45);
+  advance(1);
+  const size_t timers = NSRunLoop::currentRunLoop().timerCount();
+  display_.wheel(middleOnScreen(*knob), -1);
+  EXPECT_EQ(NSRunLoop::currentRunLoop().timerCount(), timers) << "at the end again, it starts nothing anew";
+  advance(0.45);
   EXPECT_TRUE(knob->showsRedLimit());
   advance(0.1);
   EXPECT_FALSE(knob->showsRedLimit());

@@ -1,4 +1,4 @@
-// Compressors and limiter: levels against the curve, times, bands, and what a limiter promises.
+// Compressors: levels against the curve, times and bands; and what holds for all that ride the gain.
 
 #include <gtest/gtest.h>
 
@@ -14,15 +14,6 @@ namespace {
 
 using Samples = EffectBench::Samples;
 
-Samples sine(double frequency, double level, size_t frames, double rate = 44100) {
-  Samples samples(2, std::vector<float>(frames));
-  for (size_t i = 0; i < frames; ++i)
-    samples[0][i] = samples[1][i] =
-        static_cast<float>(std::pow(10, level / 20) *
-                           std::sin(2 * std::numbers::pi * frequency / rate * static_cast<double>(i)));
-  return samples;
-}
-
 /// Of a sine, in dBFS, over the second half.
 double level(const std::vector<float>& samples) {
   double sum = 0;
@@ -34,10 +25,6 @@ Float32 parameter(const EffectBench& bench, AudioUnitParameterID id) {
   Float32 value = -1;
   EXPECT_EQ(AudioUnitGetParameter(bench.unit(), id, kAudioUnitScope_Global, 0, &value), noErr);
   return value;
-}
-
-void setAll(EffectBench& bench, std::initializer_list<std::pair<AudioUnitParameterID, double>> values) {
-  for (const auto& [id, value] : values) bench.set(id, static_cast<Float32>(value));
 }
 
 /// The corners of the curve as a graph would join them.
@@ -168,17 +155,16 @@ TEST(MultibandCompressor, SplitsWhereItSaysAndRaisesOneBand) {
   for (UInt32 band = 0; band < 4; ++band) {
     EffectBench bench("mcmp");
     splitOnly(bench, {200, 1000, 5000});
-    bench.set(15 + band, -20);
+    bench.set(15 + band, 20);
     const double centres[] = {50, 450, 2240, 15000};
     for (UInt32 b = 0; b < 4; ++b) {
       bench.reset();
       const double out = level(bench.render(sine(centres[b], -20, 44100), 512)[0]);
-      EXPECT_NEAR(out, b == band ? -40 : -20, 1.5) << band << b;
+      EXPECT_NEAR(out, b == band ? 0 : -20, 3) << band << b;
     }
-    const double edge = band == 0 ? 200 : band == 1 ? 1000 : 5000;  // half of it at -20 dB: 0.5 + 0.05
+    const double edge = band == 0 ? 200 : band == 1 ? 1000 : 5000;  // half of it raised: 5 + 0.5
     bench.reset();
-    EXPECT_NEAR(level(bench.render(sine(edge, -20, 44100), 512)[0]), -20 + 20 * std::log10(0.55), 0.3)
-        << band;
+    EXPECT_NEAR(level(bench.render(sine(edge, -20, 44100), 512)[0]), -20 + 20 * std::log10(5.5), 0.3) << band;
   }
 }
 
@@ -191,79 +177,6 @@ TEST(MultibandCompressor, TakesCrossoversOutOfOrderAsEqual) {
   crossed.reset();
   equal.reset();
   EXPECT_EQ(crossed.render(input, 512), equal.render(input, 512));
-}
-
-TEST(PeakLimiter, DelaysByItsLatencyAndLeavesQuietSoundAlone) {
-  for (const double rate : rates) {
-    EffectBench bench("lmtr", {.sampleRate = rate});
-    Float64 latency = 0;
-    UInt32 size = sizeof latency;
-    EXPECT_EQ(AudioUnitGetProperty(bench.unit(), kAudioUnitProperty_Latency, 0, 0, &latency, &size), noErr);
-    EXPECT_NEAR(latency, 0.03, 0.5 / rate);
-    const auto delay = static_cast<std::ptrdiff_t>(std::lround(latency * rate));
-    for (const double attack : {0.001, 0.03}) {
-      setAll(bench, {{0, attack}});
-      bench.reset();
-      const auto input = noise(2, 30000, 1.0f);
-      const auto output = bench.render(input, 512);
-      for (size_t c = 0; c < 2; ++c) {
-        EXPECT_TRUE(std::equal(output[c].begin() + delay, output[c].end(), input[c].begin())) << rate;
-        EXPECT_EQ(std::count(output[c].begin(), output[c].begin() + delay, 0.0f), delay) << rate;
-      }
-    }
-  }
-}
-
-TEST(PeakLimiter, NeverExceedsFullScaleAndDoesSoByItsGain) {
-  constexpr size_t frames = 60000;
-  Samples impulses(2, std::vector<float>(frames, 0.001f));
-  Samples square(2, std::vector<float>(frames));
-  for (size_t i = 0; i < frames; ++i) square[0][i] = square[1][i] = i / 441 % 2 ? 1.0f : -1.0f;
-  for (size_t i = 97; i < frames; i += i / 4) impulses[i % 2][i] = i % 3 ? 1.0f : -0.7f;
-  for (const double rate : {8000.0, 44100.0, 384000.0}) {
-    for (const Samples& input : {noise(2, frames, 1.0f), square, impulses, sine(30, 0, frames, rate)}) {
-      EffectBench bench("lmtr", {.sampleRate = rate, .maximumFrames = 64});
-      setAll(bench, {{1, 0.001}, {2, 40}});
-      bench.reset();
-      std::vector<float> output;
-      double steepest = 40 / (0.001 * rate);  // of the decay, dB a frame
-      for (size_t at = 0, turn = 0; at < frames; at += 500, ++turn) {
-        bench.set(0, std::array{0.03f, 0.001f, 0.012f, 0.002f, 0.025f}[turn / 4 * 2 % 5]);
-        const auto from = static_cast<std::ptrdiff_t>(at);
-        const Samples part{{input[0].begin() + from, input[0].begin() + from + 500},
-                           {input[1].begin() + from, input[1].begin() + from + 500}};
-        for (float sample : bench.render(part, 64)[0]) output.push_back(sample);
-      }
-      const auto delay = static_cast<size_t>(std::lround(0.03 * rate));
-      double last = 0;
-      for (size_t i = delay; i < frames; ++i) {
-        ASSERT_LE(std::fabs(output[i]), 1.0f) << rate << " " << i;
-        const double attenuation = 20 * std::log10(100 * std::fabs(input[0][i - delay] / output[i]));
-        if (i > delay && std::fabs(input[0][i - delay]) > 1e-4f)
-          ASSERT_NEAR(attenuation, last, 1.2 * steepest + 0.01) << rate << " " << i;  // no sample is cut off
-        last = attenuation;
-      }
-    }
-  }
-}
-
-TEST(PeakLimiter, ReducesOverTheAttackAndRecoversInTheDecay) {
-  for (const double attack : {0.002, 0.012, 0.03}) {
-    EffectBench bench("lmtr", {.inputs = 1, .outputs = 1});
-    setAll(bench, {{0, attack}, {1, 0.05}});
-    bench.reset();
-    Samples input(1, std::vector<float>(44100, 0.1f));
-    input[0][20000] = 10;
-    const auto output = bench.render(input, 512)[0];
-    const auto reduction = [&](double seconds) {  // after the peak is heard
-      const auto i = static_cast<size_t>(21323 + std::lround(seconds * 44100));
-      return 20 * std::log10(input[0][i - 1323] / output[i]);
-    };
-    EXPECT_NEAR(reduction(-attack - 0.0001), 0, 1e-4) << attack;
-    EXPECT_NEAR(reduction(-attack / 2), 10, 0.3) << attack;
-    EXPECT_NEAR(reduction(0), 20, 1e-4) << attack;
-    EXPECT_NEAR(reduction(attack + 0.1) / reduction(attack + 0.05), std::exp(-1), 0.01) << attack;
-  }
 }
 
 TEST(Dynamics, RenderBitEquallyInBlocksOfEverySize) {

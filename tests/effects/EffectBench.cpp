@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <random>
 
 #include "RegisterEffects.h"
@@ -109,4 +111,17 @@ EffectBench::Samples noise(UInt32 channels, size_t frames, float level) {
   for (auto& channel : samples)
     for (float& sample : channel) sample = level * (static_cast<float>(random() >> 8) / 8388608.0f - 1.0f);
   return samples;
+}
+
+EffectBench::Samples sine(double frequency, double level, size_t frames, double rate) {
+  const double amplitude = std::pow(10, level / 20);
+  const double turn = 2 * std::numbers::pi * frequency / rate;
+  EffectBench::Samples samples(2, std::vector<float>(frames));
+  for (size_t i = 0; i < frames; ++i)
+    samples[0][i] = samples[1][i] = static_cast<float>(amplitude * std::sin(turn * static_cast<double>(i)));
+  return samples;
+}
+
+void setAll(EffectBench& bench, std::initializer_list<std::pair<AudioUnitParameterID, double>> values) {
+  for (const auto& [id, value] : values) bench.set(id, static_cast<Float32>(value));
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "AudioUnitProperties.h"
@@ -47,3 +49,7 @@ class EffectBench {
 std::vector<std::string> effectCodes();
 /// Reproducible noise between -level and level, different for each channel.
 EffectBench::Samples noise(UInt32 channels, size_t frames, float level);
+/// The same sine on both of two channels, from phase 0; `level` in dBFS.
+EffectBench::Samples sine(double frequency, double level, size_t frames, double rate = 44100);
+/// Writes several parameters.
+void setAll(EffectBench& bench, std::initializer_list<std::pair<AudioUnitParameterID, double>> values);

@@ -1,5 +1,6 @@
 #include "OffscreenDisplay.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "NSGraphicsContext.h"
@@ -74,9 +75,11 @@ void OffscreenDisplay::wheel(NSPoint place, float deltaY, float deltaX) {
 }
 
 void OffscreenDisplay::type(const std::string& characters, unsigned modifiers) {
-  for (const char c : characters) {
+  for (size_t i = 0, next = 0; i < characters.size(); i = next) {
+    do ++next;
+    while (next < characters.size() && (static_cast<unsigned char>(characters[next]) & 0xC0) == 0x80);
     NSEvent event;
-    event.characters = std::string(1, c);
+    event.characters = characters.substr(i, next - i);
     event.modifierFlags = modifiers;
     sendKey(event);
   }
@@ -91,7 +94,9 @@ void OffscreenDisplay::key(NSKey key, unsigned modifiers) {
 
 void OffscreenDisplay::sendKey(NSEvent event) {
   event.type = NSEventType::keyDown;
-  if (!windows_.empty()) windows_.back()->client().displayEvent(event);
+  const auto window = std::find_if(windows_.rbegin(), windows_.rend(),
+                                   [](const auto* w) { return w->isShown() && !w->ignoresMouse(); });
+  if (window != windows_.rend()) (*window)->client().displayEvent(event);
 }
 
 OffscreenWindow::OffscreenWindow(OffscreenDisplay& display, const DisplayWindowOptions& options,

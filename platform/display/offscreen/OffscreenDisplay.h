@@ -34,7 +34,8 @@ class OffscreenDisplay : public Display {
   void moveBy(float dx, float dy, unsigned modifiers = 0);  // dy grows upwards
   void release();
   void wheel(NSPoint place, float deltaY, float deltaX = 0);
-  void type(const std::string& characters, unsigned modifiers = 0);  // to the newest window, a key each
+  /// Keys go to the newest shown window that takes the mouse; typing is a key for each UTF-8 character.
+  void type(const std::string& characters, unsigned modifiers = 0);
   void key(NSKey key, unsigned modifiers = 0);
 
   NSPoint pointer() const { return pointer_; }

@@ -1,0 +1,119 @@
+#include "NSBezierPath.h"
+#include "NSShadow.h"
+#include "ViewBench.h"
+
+namespace {
+
+class Damage : public ViewBench {};
+
+class DamageAtFractionalScale : public ViewBench {
+ protected:
+  DamageAtFractionalScale() : ViewBench(1.5f) {}
+};
+
+}  // namespace
+
+TEST_F(Damage, OnlyWhatWasMarkedIsDrawnOnceATurn) {
+  const auto view = add("a", NSMakeRect(20, 10, 40, 30));
+  EXPECT_EQ(NSRunLoop::currentRunLoop().nextDue(), RunLoopObserver::never);
+  for (int again = 0; again < 3; ++again) view->setNeedsDisplayInRect(NSMakeRect(5, 5, 10, 10));
+  view->setNeedsDisplayInRect(NSMakeRect(8, 8, 4, 4));
+  EXPECT_EQ(NSRunLoop::currentRunLoop().nextDue(), 0);
+  EXPECT_EQ(drawn(), (Lines{"draw root 25 15 10 10", "draw a 5 5 10 10"}));
+  EXPECT_EQ(presented, (std::vector<NSRect>{NSMakeRect(25, 15, 10, 10)}));
+  EXPECT_EQ(drawn(), Lines{});
+
+  // Two ends of a window are not joined; touching rectangles are.
+  view->setNeedsDisplayInRect(NSMakeRect(0, 0, 4, 4));
+  root->setNeedsDisplayInRect(NSMakeRect(180, 80, 10, 10));
+  view->setNeedsDisplayInRect(NSMakeRect(0, 4, 4, 100));
+  EXPECT_EQ(drawn(), (Lines{"draw root 180 80 10 10", "draw root 20 10 4 30", "draw a 0 0 4 30"}));
+  EXPECT_EQ(presented.size(), 2u);
+
+  view->setFrame(NSMakeRect(100, 10, 40, 30));  // the old place and the new one
+  EXPECT_EQ(drawn(), (Lines{"draw root 20 10 40 30", "draw root 100 10 40 30", "draw a 0 0 40 30"}));
+  view->removeFromSuperview();
+  EXPECT_EQ(drawn(), (Lines{"draw root 100 10 40 30"}));
+}
+
+TEST_F(Damage, MarkingInDrawRectCountsForTheNextTurn) {
+  const auto view = add("a", NSMakeRect(0, 0, 10, 10));
+  int marks = 2;
+  view->onDraw = [&] { view->setNeedsDisplay(marks-- > 0); };
+  view->setNeedsDisplay(true);
+  for (const size_t draws : {2u, 2u, 2u, 0u}) EXPECT_EQ(drawn().size(), draws);
+}
+
+TEST_F(Damage, WhatIsHiddenDrawsNothing) {
+  const auto view = add("a", NSMakeRect(20, 10, 40, 30));
+  const auto inner = add("inner", NSMakeRect(0, 0, 10, 10), view.get());
+  view->setHidden(true);
+  EXPECT_EQ(drawn(), Lines{"draw root 20 10 40 30"});
+  view->setNeedsDisplay(true);
+  inner->setNeedsDisplay(true);
+  EXPECT_EQ(drawn(), Lines{});
+  view->setHidden(false);
+  EXPECT_EQ(drawn().size(), 3u);
+
+  window->orderOut(nullptr);
+  root->setNeedsDisplay(true);
+  EXPECT_EQ(drawn(), Lines{});
+  EXPECT_EQ(window->snapshot(), nullptr);
+  window->orderFront(nullptr);
+  EXPECT_EQ(drawn().size(), 3u);
+  client().displayChangedVisibility(false);
+  root->setNeedsDisplay(true);
+  EXPECT_EQ(drawn(), Lines{});
+}
+
+TEST_F(Damage, AnOpaqueViewStopsTheDrawingOfWhatItCovers) {
+  add("below", NSMakeRect(20, 10, 40, 30));
+  const auto group = add("group", NSMakeRect(20, 10, 40, 30));
+  const auto cover = add("cover", NSMakeRect(10, 10, 20, 20), group.get());
+  add("above", NSMakeRect(30, 20, 5, 5));
+  cover->opaque = true;
+  root->setNeedsDisplayInRect(NSMakeRect(30, 20, 10, 10));
+  EXPECT_EQ(drawn(), (Lines{"draw cover 0 0 10 10", "draw above 0 0 5 5"}));
+  root->setNeedsDisplayInRect(NSMakeRect(29, 20, 10, 10));  // a column beside it
+  EXPECT_EQ(drawn(), (Lines{"draw root 29 20 10 10", "draw below 9 10 10 10", "draw group 9 10 10 10",
+                            "draw cover 0 0 9 10", "draw above 0 0 5 5"}));
+  cover->setHidden(true);
+  root->setNeedsDisplayInRect(NSMakeRect(40, 30, 5, 5));
+  EXPECT_EQ(drawn().front(), "draw root 30 20 20 20");
+}
+
+TEST_F(Damage, WhatAViewLeavesBehindReachesNoOther) {
+  const auto fill = [] { NSBezierPath::fillRect(NSMakeRect(-500, -500, 1000, 1000)); };
+  const auto untidy = add("untidy", NSMakeRect(0, 0, 60, 60));
+  const auto inner = add("inner", NSMakeRect(40, 40, 10, 10), untidy.get());
+  const auto sibling = add("sibling", NSMakeRect(100, 0, 20, 20));
+  untidy->onDraw = [&] {
+    colorOf(red)->set();
+    fill();
+    NSShadow shadow;
+    shadow.setShadowOffset({30, 30});
+    shadow.setShadowColor(colorOf(green));
+    shadow.set();
+    NSBezierPath::bezierPathWithRect(NSMakeRect(0, 0, 5, 5))->addClip();
+    NSGraphicsContext::currentContext()->translate(7, 7);
+  };
+  inner->onDraw = sibling->onDraw = fill;
+  root->setNeedsDisplay(true);
+  const Bitmap& picture = *window->snapshot();
+  const std::pair<NSPoint, Pixel> probes[] = {
+      {{59, 59}, red},   {{61, 30}, white},  {{45, 45}, black},  {{39, 45}, red},    {{51, 45}, red},
+      {{100, 0}, black}, {{119, 19}, black}, {{121, 10}, white}, {{110, 21}, white}, {{140, 40}, white}};
+  for (const auto& [p, color] : probes) EXPECT_EQ(at(picture, p.x, p.y), color) << p.x << ", " << p.y;
+}
+
+TEST_F(DamageAtFractionalScale, GrowsToWholePixels) {
+  root->setNeedsDisplayInRect(NSMakeRect(10.1f, 20, 2, 3));
+  turn();
+  presented = display.windows()[0]->takePresented();
+  ASSERT_EQ(presented.size(), 1u);
+  const NSRect rect = presented[0];
+  EXPECT_NEAR(NSMinX(rect) * 1.5f, 15, 1e-3);
+  EXPECT_NEAR(NSMaxX(rect) * 1.5f, 19, 1e-3);
+  EXPECT_NEAR(NSMinY(rect) * 1.5f, 30, 1e-3);
+  EXPECT_NEAR(NSMaxY(rect) * 1.5f, 35, 1e-3);
+}

@@ -1,0 +1,213 @@
+#include "InterfaceDescription.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "AppKitClasses.h"
+#include "LogLines.h"
+#include "NSBox.h"
+#include "NSBundle.h"
+#include "NSControl.h"
+#include "NSException.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::vector<std::string> awoken;
+int alive = 0;
+
+class TestKnob : public NSControl {
+ public:
+  explicit TestKnob(NSRect frame) : NSControl(frame) { ++alive; }
+  ~TestKnob() override { --alive; }
+  static const Class& record() {
+    static const Class c = Class::of<TestKnob>("TestKnob", NSControl::record())
+                               .answers<&TestKnob::awakeFromNib>("awakeFromNib")
+                               .attribute<&TestKnob::setTitle>("title");
+    return c;
+  }
+  const Class& isa() const override { return record(); }
+  void setTitle(std::string title) { title_ = std::move(title); }
+  void awakeFromNib() {
+    awoken.push_back(title_);
+    if (title_ == "broken") throw NSException("Broken", "broken");
+  }
+
+ private:
+  std::string title_;
+};
+
+class TestPanel : public NSView {
+ public:
+  explicit TestPanel(NSRect frame) : NSView(frame) { ++alive; }
+  ~TestPanel() override { --alive; }
+  static const Class& record() {
+    static const Class c = Class::of<TestPanel>("TestPanel", NSView::record())
+                               .answers<&TestPanel::awakeFromNib>("awakeFromNib")
+                               .outlet<&TestPanel::knob>("knob")
+                               .optionalOutlet<&TestPanel::box>("box");
+    return c;
+  }
+  const Class& isa() const override { return record(); }
+  void awakeFromNib() { awoken.push_back(knob ? "panel, connected" : "panel"); }
+
+  TestKnob* knob = nullptr;
+  NSBox* box = nullptr;
+};
+
+class TestOwner : public NSObject {
+ public:
+  static const Class& record() {
+    static const Class c = Class::of<TestOwner>("TestOwner", NSObject::record())
+                               .outlet<&TestOwner::freshView>("freshView")
+                               .optionalOutlet<&TestOwner::panel>("panel");
+    return c;
+  }
+  const Class& isa() const override { return record(); }
+
+  std::shared_ptr<NSView> freshView;
+  TestPanel* panel = nullptr;
+};
+
+class Description : public testing::Test {
+ protected:
+  Description() : folder(fs::path(testing::TempDir()) / (name() + ".bundle")) {
+    NSRegisterAppKitClasses();
+    fs::create_directories(folder / "Contents" / "Resources");
+    std::ofstream(folder / "Contents" / "Info.xml")
+        << R"(<bundle identifier="org.example" version="1" principalClass="TestOwner" module="none.so"/>)";
+    bundle = NSBundle::bundleWithPath(folder.string(), error);
+    bundle->loadLinked([](std::vector<const Class*>& classes) {
+      classes.insert(classes.end(), {&TestKnob::record(), &TestPanel::record(), &TestOwner::record()});
+    });
+    awoken.clear();
+    alive = 0;
+  }
+  ~Description() override { fs::remove_all(folder); }
+
+  static std::string name() { return testing::UnitTest::GetInstance()->current_test_info()->name(); }
+  std::string file() const { return (folder / "Contents/Resources/test.xml").string(); }
+  bool load(const std::string& text) {
+    std::ofstream(file(), std::ios::binary) << text;
+    return loadNibNamed_owner("test", owner);
+  }
+
+  fs::path folder;
+  std::string error;
+  std::shared_ptr<NSBundle> bundle;
+  TestOwner owner;
+};
+
+}  // namespace
+
+TEST_F(Description, MakesTheTreeThenConnectsThenAwakesParentsFirst) {
+  LogLines log;
+  ASSERT_TRUE(load(R"(<?xml version="1.0"?>
+<!-- a comment -->
+<interface>
+  <view class="TestPanel" outlet="freshView" frame="0 0 100.5 80">
+    <view class="NSBox" outlet="box" title="Group &amp; more" frame="10 20 50 40">
+      <view class="TestKnob" outlet="knob" title="inner" hidden="yes" frame="5 6 20 20"/>
+    </view>
+    <view class="TestKnob" title="last" frame="-3 10 20 20"/>
+  </view>
+</interface>
+)"));
+  EXPECT_TRUE(log.all().empty());
+  EXPECT_EQ(awoken, (std::vector<std::string>{"panel, connected", "inner", "last"}));
+  const auto* panel = dynamic_cast<TestPanel*>(owner.freshView.get());
+  ASSERT_NE(panel, nullptr);
+  EXPECT_EQ(panel->frame(), NSMakeRect(0, 0, 100.5f, 80));
+  ASSERT_NE(panel->box, nullptr);
+  EXPECT_EQ(panel->box->title(), "Group & more");
+  ASSERT_EQ(panel->subviews().size(), 2u);
+  EXPECT_EQ(panel->knob->superview(), panel->box->contentView());
+  EXPECT_TRUE(panel->knob->isHidden());
+  EXPECT_FALSE(panel->subviews()[1]->isHidden());
+  EXPECT_EQ(panel->knob->convertPoint_toView({0, 0}, panel), (NSPoint{15, 26}));
+}
+
+TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
+  const auto panel = [](const std::string& inside) {
+    return "<interface>\n<view class='TestPanel' outlet='freshView' frame='0 0 9 9'>\n" + inside +
+           "\n</view>\n</interface>";
+  };
+  const std::string knob = "<view class='TestKnob' outlet='knob' frame='0 0 9 9'/>";
+  const auto knobWith = [&](const std::string& attributes) {
+    return panel("<view class='TestKnob' outlet='knob' " + attributes + "/>");
+  };
+  const struct {
+    std::string text;
+    int line;
+    std::vector<std::string> words;
+  } cases[] = {
+      {panel("<view class='NoView' frame='0 0 9 9'/>"), 3, {"\"NoView\"", "view class"}},
+      {panel("<view frame='0 0 9 9'/>"), 3, {"class \"\""}},
+      {panel("<view class='TestOwner' frame='0 0 9 9'/>"), 3, {"\"TestOwner\"", "class of views"}},
+      {panel(knob + "\n<view class='TestKnob' outlet='nob' frame='0 0 9 9'/>"),
+       4,
+       {"\"nob\" of TestPanel", "knob"}},
+      {"<interface>\n\n<view class='NSView' outlet='stale' frame='0 0 9 9'/></interface>",
+       3,
+       {"\"stale\" of TestOwner", "freshView"}},
+      {knobWith("frame='0 0 9 9' titel='x'"), 3, {"\"titel\" of TestKnob", "title", "hidden"}},
+      {knobWith("frame='0 0 9 9' hidden='true'"), 3, {"hidden=\"true\"", "\"yes\" or \"no\""}},
+      {knobWith("frame='0 0 9'"), 3, {"frame \"0 0 9\"", "x y width height"}},
+      {knobWith("frame='0 0 9 9 9'"), 3, {"frame"}},
+      {knobWith("frame='0 0 9 0'"), 3, {"frame", "positive"}},
+      {knobWith("frame='0 0 -9 9'"), 3, {"frame", "positive"}},
+      {knobWith("frame='0 0 9pt 9'"), 3, {"frame \"0 0 9pt 9\""}},
+      {knobWith("frame='0,0,9,9'"), 3, {"frame"}},
+      {knobWith("title='x'"), 3, {"frame \"\""}},
+      {panel(""), 2, {"\"knob\" of TestPanel is not connected"}},
+      {panel(knob + "\n" + knob), 4, {"\"knob\" is connected twice"}},
+      {panel("<view class='NSView' outlet='knob' frame='0 0 9 9'/>"),
+       3,
+       {"\"knob\" of TestPanel", "class NSView"}},
+      {"<interface>\n<view class='NSView' outlet='freshView' frame='0 0 9 9'/>\n"
+       "<view class='NSView' outlet='panel' frame='0 0 9 9'/>\n</interface>",
+       3,
+       {"\"panel\" of TestOwner", "class NSView"}},
+      {panel(knob + "\n<veiw class='NSView' frame='0 0 9 9'/>"), 4, {"<veiw>", "<view>"}},
+      {panel(knob + "\nstray text"), 3, {"<view>"}},
+      {"\n<interfaces/>", 2, {"<interfaces>", "<interface>"}},
+      {"<interface>\n<view class='NSView'", 2, {"expected XML"}},
+      {"<interface>\n\n</view>\n</interface>", 3, {"expected XML"}},
+      {"hello", 1, {"expected XML"}},
+      {"", 1, {"expected XML"}},
+  };
+  for (const auto& row : cases) {
+    LogLines log;
+    EXPECT_FALSE(load(row.text)) << row.text;
+    ASSERT_EQ(log.all().size(), 1u) << row.text;
+    const std::string line = log.all()[0];
+    const std::string where = file() + ":" + std::to_string(row.line) + ": ";
+    EXPECT_EQ(line.substr(0, where.size()), where) << row.text;
+    for (const auto& word : row.words) EXPECT_NE(line.find(word, where.size()), std::string::npos) << line;
+    EXPECT_EQ(owner.freshView, nullptr) << row.text;
+    EXPECT_EQ(owner.panel, nullptr) << row.text;
+    EXPECT_TRUE(awoken.empty()) << row.text;
+    EXPECT_EQ(alive, 0) << row.text;
+  }
+  LogLines log;
+  EXPECT_FALSE(loadNibNamed_owner("absent", owner));
+  EXPECT_EQ(log.count("absent.xml: no such interface description"), 1);
+}
+
+TEST_F(Description, AFailureLeavesWhatTheOwnerHadBefore) {
+  const auto before = owner.freshView = std::make_shared<NSView>(NSMakeRect(0, 0, 1, 1));
+  LogLines log;
+  EXPECT_FALSE(
+      load("<interface><view class='NSView' outlet='freshView' frame='0 0 9 9'/>"
+           "<view class='NSView' outlet='panel' frame='0 0 9 9'/></interface>"));
+  EXPECT_EQ(owner.freshView, before);
+  EXPECT_THROW(
+      load("<interface><view class='TestPanel' outlet='panel' frame='0 0 9 9'>"
+           "<view class='TestKnob' outlet='knob' title='broken' frame='0 0 9 9'/></view></interface>"),
+      NSException);
+  EXPECT_EQ(owner.panel, nullptr);
+  EXPECT_EQ(alive, 0);
+}

@@ -1,0 +1,183 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "Canvas.h"
+#include "LogLines.h"
+#include "NSAffineTransform.h"
+#include "NSBezierPath.h"
+
+namespace {
+
+void arc(NSBezierPath& path, NSPoint center, float radius, float start, float end, bool clockwise = false) {
+  path.appendBezierPathWithArcWithCenter_radius_startAngle_endAngle_clockwise(center, radius, start, end,
+                                                                              clockwise);
+}
+
+/// Which of the eight points of the compass, just inside the circle, an arc's filling covers.
+std::string filledBy(float start, float end, bool clockwise) {
+  const Bitmap bitmap = painted({60, 60}, 1, [&] {
+    const auto path = NSBezierPath::bezierPath();
+    arc(*path, {30, 30}, 25, start, end, clockwise);
+    path->fill();
+  });
+  const char* names[] = {"E", "NE", "N", "NW", "W", "SW", "S", "SE"};
+  std::string filled;
+  for (int i = 0; i < 8; ++i) {
+    const float angle = static_cast<float>(i) * std::numbers::pi_v<float> / 4;
+    if (at(bitmap, 30 + 22 * std::cos(angle), 30 + 22 * std::sin(angle))[3] == 255)
+      filled += std::string(filled.empty() ? "" : " ") + names[i];
+  }
+  return filled;
+}
+
+}  // namespace
+
+TEST(Path, ArcsGoRoundTheSideThatTheirDirectionSays) {
+  const std::string all = "E NE N NW W SW S SE";
+  const struct {
+    float start, end;
+    bool clockwise;
+    std::string filled;
+  } cases[] = {
+      {0, 90, false, "NE"},
+      {0, 90, true, "E N NW W SW S SE"},
+      {90, 0, false, "E N NW W SW S SE"},
+      {90, 0, true, "NE"},
+      {0, 360, false, all},
+      {360, 0, true, all},
+      {360, 0, false, ""},
+      {0, 360, true, ""},
+      {90, 90, false, ""},
+      {90, 90, true, ""},
+      {225, 495, false, "E NE N NW SW S SE"},
+      {225, -45, true, "E NE N NW W SW SE"},
+      {0, 800, false, all},
+      {-30, -800, true, all},
+      {720, 90, false, "NE"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(filledBy(c.start, c.end, c.clockwise), c.filled)
+        << c.start << " to " << c.end << (c.clockwise ? " clockwise" : "");
+}
+
+TEST(Path, ALineLeadsFromTheCurrentPointToAnArc) {
+  const Bitmap bitmap = painted({40, 40}, 1, [] {
+    const auto alone = NSBezierPath::bezierPath();
+    arc(*alone, {20, 20}, 4, 180, 200);  // nothing leads there from the origin
+    alone->setLineWidth(3);
+    alone->stroke();
+    const auto joined = NSBezierPath::bezierPath();
+    joined->moveToPoint({30, 2});
+    arc(*joined, {30, 36}, 2, 270, 300);
+    joined->stroke();
+    const auto closed = NSBezierPath::bezierPath();
+    closed->moveToPoint({2, 30});
+    closed->lineToPoint({2, 36});
+    closed->lineToPoint({8, 36});
+    closed->closePath();
+    arc(*closed, {26, 30}, 2, 180, 200);  // the current point is (2, 30) again
+    closed->setLineWidth(2);
+    closed->stroke();
+  });
+  EXPECT_EQ(at(bitmap, 8, 10), nothing);
+  EXPECT_GT(at(bitmap, 29.5f, 20)[3], 100);
+  EXPECT_EQ(at(bitmap, 18, 30), black);
+  EXPECT_EQ(at(bitmap, 18, 33), nothing);
+}
+
+TEST(Path, PointsThatAreNoNumbersAreDroppedAndFarOnesClampedWithOneLineEach) {
+  LogLines log;
+  const Bitmap bitmap = painted({20, 20}, 1, [] {
+    for (int again = 0; again < 2; ++again) {
+      const auto path = NSBezierPath::bezierPath();
+      path->moveToPoint({NAN, 3});
+      path->lineToPoint({2, 2});
+      path->lineToPoint({18, NAN});
+      path->lineToPoint({INFINITY, 2});
+      path->lineToPoint({1e30f, 10});
+      path->lineToPoint({2, 10});
+      arc(*path, {NAN, NAN}, 3, 0, 90);
+      arc(*path, {5, 5}, INFINITY, 0, 90);
+      EXPECT_EQ(path->controlPointBounds(), NSMakeRect(2, 2, 15998, 8));
+      path->fill();
+    }
+  });
+  const std::string filled = "..kkkkkkkkkkkkkkkkkk";
+  EXPECT_EQ(letters(bitmap)[9], std::string(20, '.'));
+  EXPECT_EQ(letters(bitmap)[10], filled);
+  EXPECT_EQ(letters(bitmap)[17], filled);
+  EXPECT_EQ(letters(bitmap)[18], std::string(20, '.'));
+  EXPECT_EQ(log.count("not a number"), 1);
+  EXPECT_EQ(log.count("clamped"), 1);
+  EXPECT_EQ(log.all().size(), 3u) << "and one for the arc of no radius";
+}
+
+TEST(Path, AnOvalFillsTheEllipseInItsRectangle) {
+  const Bitmap bitmap =
+      painted({40, 20}, 1, [] { NSBezierPath::bezierPathWithOvalInRect(NSMakeRect(4, 2, 32, 16))->fill(); });
+  for (int y = 0; y < 20; ++y) {
+    for (int x = 0; x < 40; ++x) {
+      const double distance = std::hypot((x + 0.5 - 20) / 16, (y + 0.5 - 10) / 8);
+      if (distance > 0.9 && distance < 1.1) continue;
+      EXPECT_EQ(bitmap.pixel(x, y), distance < 1 ? black : nothing) << x << ", " << y;
+    }
+  }
+}
+
+TEST(Path, AOnePointStrokeOnHalfPointsCoversWholePixelRows) {
+  for (const int scale : {1, 2, 3}) {
+    const Bitmap bitmap = painted({8, 8}, static_cast<float>(scale), [] {
+      const auto path = NSBezierPath::bezierPath();
+      path->moveToPoint({1, 2.5f});
+      path->lineToPoint({7, 2.5f});
+      path->stroke();
+    });
+    const size_t s = static_cast<size_t>(scale);
+    const std::string empty(8 * s, '.'),
+        line = std::string(s, '.') + std::string(6 * s, 'k') + std::string(s, '.');
+    std::vector<std::string> expected(8 * s, empty);
+    for (size_t i = 0; i < s; ++i) expected[5 * s + i] = line;
+    EXPECT_EQ(letters(bitmap), expected) << scale;
+  }
+}
+
+TEST(Path, FillIsSourceOverAndEmptyRectanglesDrawNothing) {
+  const Bitmap bitmap = painted({4, 4}, 1, [] {
+    colorOf(red)->set();
+    NSBezierPath::fillRect(NSMakeRect(0, 0, 2, 4));
+    colorOf(blue)->colorWithAlphaComponent(0.5f)->set();
+    NSBezierPath::fillRect(NSMakeRect(0, 0, 4, 2));
+    NSBezierPath::fillRect(NSMakeRect(4, 4, -4, -4));
+  });
+  EXPECT_EQ(at(bitmap, 1, 3), red);
+  EXPECT_NEAR(at(bitmap, 1, 1)[0], 127, 1);
+  EXPECT_NEAR(at(bitmap, 1, 1)[2], 128, 1);
+  EXPECT_EQ(at(bitmap, 3, 3), nothing);
+}
+
+TEST(AffineTransform, TheStepThatIsAddedLastComesFirst) {
+  auto transform = NSAffineTransform::transform();
+  transform.translateXBy_yBy(10, 0);
+  transform.rotateByDegrees(90);
+  transform.translateXBy_yBy(0, -2);
+  const NSPoint mapped = transform.transformPoint({3, 0});
+  EXPECT_NEAR(mapped.x, 12, 1e-5);
+  EXPECT_NEAR(mapped.y, 3, 1e-5);
+
+  const auto path = NSBezierPath::bezierPathWithRect(NSMakeRect(2, 0, 2, 4));
+  path->setLineWidth(3);
+  EXPECT_EQ(transform.transformBezierPath(*path)->lineWidth(), 3);
+  const auto mappedPath = painted({20, 10}, 1, [&] { transform.transformBezierPath(*path)->fill(); });
+  const auto concatenated = painted({20, 10}, 1, [&] {
+    NSGraphicsContext::currentContext()->translate(5, 0);
+    auto back = NSAffineTransform::transform();
+    back.translateXBy_yBy(-5, 0);
+    back.concat();
+    transform.concat();
+    path->fill();
+  });
+  EXPECT_EQ(letters(mappedPath), letters(concatenated));
+  EXPECT_EQ(at(mappedPath, 9, 3), black);
+}

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "Canvas.h"
+#include "NSAffineTransform.h"
+#include "NSBezierPath.h"
+#include "NSShadow.h"
+
+namespace {
+
+void setShadow(Pixel color, NSSize offset, float blurRadius) {
+  NSShadow shadow;
+  shadow.setShadowColor(colorOf(color));
+  shadow.setShadowOffset(offset);
+  shadow.setShadowBlurRadius(blurRadius);
+  shadow.set();
+}
+
+/// The rectangle of one colour: left, top, right, bottom in physical pixels, the last two exclusive.
+std::array<int, 4> bounds(const Bitmap& bitmap, Pixel color) {
+  std::array<int, 4> found{9999, 9999, -1, -1};
+  for (int y = 0; y < bitmap.physicalHeight(); ++y)
+    for (int x = 0; x < bitmap.physicalWidth(); ++x)
+      if (bitmap.pixel(x, y) == color)
+        found = {std::min(found[0], x), std::min(found[1], y), std::max(found[2], x + 1),
+                 std::max(found[3], y + 1)};
+  return found;
+}
+
+}  // namespace
+
+TEST(Shadow, FallsDownOnTheScreenInScaledPixelsWhateverTheMatrix) {
+  const std::pair<const char*, std::function<void(NSAffineTransform&)>> matrices[] = {
+      {"none", [](auto&) {}},
+      {"moved", [](auto& t) { t.translateXBy_yBy(3, 5); }},
+      {"turned", [](auto& t) { t.translateXBy_yBy(30, 30), t.rotateByDegrees(90); }},
+      {"upside down", [](auto& t) { t.translateXBy_yBy(30, 30), t.rotateByDegrees(180); }},
+  };
+  for (const int scale : {1, 2}) {
+    for (const auto& [name, build] : matrices) {
+      const Bitmap bitmap = painted({60, 60}, static_cast<float>(scale), [&, &make = build] {
+        NSGraphicsContext::saveGraphicsState();
+        setShadow(blue, {5, -6}, 0);
+        auto transform = NSAffineTransform::transform();
+        make(transform);
+        transform.concat();
+        colorOf(red)->set();
+        NSBezierPath::fillRect(NSMakeRect(12, 12, 4, 4));
+        NSGraphicsContext::restoreGraphicsState();
+        NSBezierPath::fillRect(NSMakeRect(0, 36, 2, 2));  // throws none any more
+      });
+      auto expected = bounds(bitmap, red);
+      ASSERT_EQ(expected[2] - expected[0], 4 * scale) << name;
+      for (size_t i = 0; i < 4; ++i) expected[i] += (i % 2 ? 6 : 5) * scale;
+      EXPECT_EQ(bounds(bitmap, blue), expected) << name << " at scale " << scale;
+    }
+  }
+}
+
+TEST(Shadow, TakesTheShapesAlphaTimesItsColours) {
+  const Bitmap bitmap = painted({20, 20}, 1, [] {
+    setShadow({0, 0, 255, 128}, {0, -10}, 0);
+    colorOf(red)->colorWithAlphaComponent(0.5f)->set();
+    NSBezierPath::fillRect(NSMakeRect(0, 10, 20, 10));
+  });
+  EXPECT_NEAR(at(bitmap, 10, 5)[3], 64, 1);
+  EXPECT_GT(at(bitmap, 10, 5)[2], 250);
+  EXPECT_NEAR(at(bitmap, 10, 15)[3], 128, 1);  // the shape itself lies in no shadow
+}
+
+TEST(Shadow, BlurIsAGaussianOfHalfTheRadius) {
+  for (const float radius : {1.0f, 2.0f, 7.0f, 16.0f}) {
+    for (const int scale : {1, 2}) {
+      const Bitmap bitmap = painted({120, 120}, static_cast<float>(scale), [&] {
+        setShadow(blue, {0, -70}, radius);
+        NSBezierPath::fillRect(
+            NSMakeRect(-60, 120, 240, 60));  // its shadow's upper edge is at 110, lower at 50
+      });
+      const double sigma = radius / 2 * static_cast<float>(scale);
+      for (int pixel = -20; pixel < 20; ++pixel) {
+        const double distance = pixel + 0.5;  // downwards from the lower edge
+        const double share = 0.5 * std::erfc(distance / (sigma * std::sqrt(2.0)));
+        EXPECT_NEAR(bitmap.pixel(60 * scale, 70 * scale + pixel)[3], 255 * share, 8)
+            << "radius " << radius << " scale " << scale << " distance " << distance;
+      }
+    }
+  }
+}
+
+TEST(Shadow, IsSeenAlsoWhenTheShapeReachesFarBeyondThePicture) {
+  const Bitmap bitmap = painted({20, 20}, 2, [] {
+    NSGraphicsContext::currentContext()->clipToRect(NSMakeRect(0, 0, 20, 12));
+    setShadow(blue, {0, -10}, 0);
+    NSBezierPath::fillRect(NSMakeRect(-9000, 14, 18000, 4000));  // itself outside the clip
+  });
+  EXPECT_EQ(at(bitmap, 10, 10), blue);
+  EXPECT_EQ(at(bitmap, 10, 3), nothing);
+  EXPECT_EQ(at(bitmap, 10, 13), nothing);
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Bitmap.h"
+#include "NSColor.h"
+#include "NSGraphicsContext.h"
+
+using Pixel = std::array<uint8_t, 4>;
+inline constexpr Pixel nothing{0, 0, 0, 0}, black{0, 0, 0, 255}, red{255, 0, 0, 255}, green{0, 255, 0, 255},
+    blue{0, 0, 255, 255}, white{255, 255, 255, 255};
+
+inline std::shared_ptr<NSColor> colorOf(Pixel p) {
+  return NSColor::colorWithCalibratedRed_green_blue_alpha(p[0] / 255.0f, p[1] / 255.0f, p[2] / 255.0f,
+                                                          p[3] / 255.0f);
+}
+
+/// A bitmap that `paint` has drawn to.
+inline Bitmap painted(NSSize size, float scale, const std::function<void()>& paint) {
+  Bitmap bitmap(size, scale);
+  const NSGraphicsContext context(bitmap);
+  paint();
+  return bitmap;
+}
+
+/// The pixel that holds the point (points, y up).
+inline Pixel at(const Bitmap& bitmap, float x, float y) {
+  return bitmap.pixel(static_cast<int>(x * bitmap.scale()),
+                      bitmap.physicalHeight() - 1 - static_cast<int>(y * bitmap.scale()));
+}
+
+/// A letter a pixel, the upper row first: '.' transparent, '~' partly, else the colour's initial or '?'.
+inline std::vector<std::string> letters(const Bitmap& bitmap) {
+  std::vector<std::string> rows;
+  for (int y = 0; y < bitmap.physicalHeight(); ++y) {
+    std::string row;
+    for (int x = 0; x < bitmap.physicalWidth(); ++x) {
+      const Pixel p = bitmap.pixel(x, y);
+      row += p[3] == 0    ? '.'
+             : p[3] < 255 ? '~'
+             : p == black ? 'k'
+             : p == red   ? 'r'
+             : p == green ? 'g'
+             : p == blue  ? 'b'
+             : p == white ? 'w'
+                          : '?';
+    }
+    rows.push_back(row);
+  }
+  return rows;
+}
