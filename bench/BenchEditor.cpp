@@ -7,7 +7,8 @@
 #include "NSRunLoop.h"
 
 AudioUnit openEffect(const char (&subtype)[5]) {
-  const ComponentDescription wanted{.componentType = FourCharCode("aufx"), .componentSubType = FourCharCode(subtype)};
+  const ComponentDescription wanted{.componentType = FourCharCode("aufx"),
+                                    .componentSubType = FourCharCode(subtype)};
   AudioUnit unit = nullptr;
   OpenAComponent(FindNextComponent(nullptr, &wanted), &unit);
   return unit;
@@ -25,7 +26,8 @@ std::shared_ptr<NSView> BenchEditor::makeView(AudioUnit unit) {
   return dynamic_cast<AUCocoaUIBase&>(*factory).uiViewForAudioUnit_withSize(unit, {0, 0});
 }
 
-BenchEditor::BenchEditor(const char (&subtype)[5], float scale) : display_(scale), unit_(openEffect(subtype)) {
+BenchEditor::BenchEditor(const char (&subtype)[5], float scale)
+    : display_(scale), unit_(openEffect(subtype)) {
   const auto view = makeView(unit_);
   window_ = std::make_shared<NSWindow>(NSRect{{100, 100}, view->frame().size}, NSTitledWindowMask,
                                        NSBackingStoreBuffered, false);
@@ -39,5 +41,9 @@ BenchEditor::~BenchEditor() {
   CloseComponent(unit_);
 }
 
-void BenchEditor::redraw() { NSRunLoop::currentRunLoop().runTurn(); }
-void BenchEditor::advance(double seconds) { clock_.advance(NSRunLoop::currentRunLoop(), seconds); }
+void BenchEditor::redraw() {
+  NSRunLoop::currentRunLoop().runTurn();
+}
+void BenchEditor::advance(double seconds) {
+  clock_.advance(NSRunLoop::currentRunLoop(), seconds);
+}

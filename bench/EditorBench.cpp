@@ -44,7 +44,11 @@ void bareCairo(benchmark::State& state) {
   cairo_destroy(cairo);
   cairo_surface_destroy(recording);
 }
-BENCHMARK(bareCairo)->Name("editor/bare cairo calls of a full redraw")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
+BENCHMARK(bareCairo)
+    ->Name("editor/bare cairo calls of a full redraw")
+    ->Arg(1)
+    ->Arg(2)
+    ->Unit(benchmark::kMicrosecond);
 
 void knobRedraw(benchmark::State& state) {
   BenchEditor editor("sdly", static_cast<float>(state.range(0)));
@@ -62,7 +66,11 @@ void knobRedraw(benchmark::State& state) {
   for (const NSRect& rect : editor.shown().takePresented()) area += rect.size.width * rect.size.height;
   state.counters["points drawn"] = area;
 }
-BENCHMARK(knobRedraw)->Name("editor/knob redraw by automation")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
+BENCHMARK(knobRedraw)
+    ->Name("editor/knob redraw by automation")
+    ->Arg(1)
+    ->Arg(2)
+    ->Unit(benchmark::kMicrosecond);
 
 void idleTurn(benchmark::State& state) {
   BenchEditor editor("sdly", 1);

@@ -29,14 +29,16 @@ OSStatus noise(void*, UInt32*, const AudioTimeStamp*, UInt32, UInt32 frames, Aud
 struct MeterEditor : BenchEditor {
   explicit MeterEditor(float scale) : BenchEditor("mcmp", scale) {
     const AURenderCallbackStruct input{&noise, nullptr};
-    AudioUnitSetProperty(unit(), kAudioUnitProperty_SetRenderCallback, kAudioUnitScope_Input, 0, &input, sizeof input);
+    AudioUnitSetProperty(unit(), kAudioUnitProperty_SetRenderCallback, kAudioUnitScope_Input, 0, &input,
+                         sizeof input);
     AudioUnitInitialize(unit());
     for (int tick = 0; tick < samples; ++tick) {
       AudioBufferList data{.mNumberBuffers = 2, .mBuffers = {}};
       AudioUnitRender(unit(), nullptr, nullptr, 0, blockFrames, &data);
       for (int band = 0; band < bands; ++band) {
         Float32 amount = 0;
-        AudioUnitGetParameter(unit(), static_cast<UInt32>(1000 * (band + 1)), kAudioUnitScope_Global, 0, &amount);
+        AudioUnitGetParameter(unit(), static_cast<UInt32>(1000 * (band + 1)), kAudioUnitScope_Global, 0,
+                              &amount);
         history[static_cast<size_t>(band)].push_back(amount);
       }
       advance(0.05);
@@ -70,7 +72,8 @@ void bareFills(benchmark::State& state, bool clipped) {
   const auto scale = static_cast<double>(state.range(0));
   const MeterEditor editor(static_cast<float>(scale));
   const double width = 94, height = 80;
-  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(130 * scale), static_cast<int>(96 * scale));
+  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(130 * scale),
+                                                        static_cast<int>(96 * scale));
   cairo_t* cairo = cairo_create(surface);
   cairo_scale(cairo, scale, scale);
   for (auto _ : state) {
@@ -99,7 +102,15 @@ void bareFills(benchmark::State& state, bool clipped) {
   cairo_destroy(cairo);
   cairo_surface_destroy(surface);
 }
-BENCHMARK_CAPTURE(bareFills, clipped, true)->Name("meters/bare fills, clipped")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(bareFills, plain, false)->Name("meters/bare fills")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(bareFills, clipped, true)
+    ->Name("meters/bare fills, clipped")
+    ->Arg(1)
+    ->Arg(2)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(bareFills, plain, false)
+    ->Name("meters/bare fills")
+    ->Arg(1)
+    ->Arg(2)
+    ->Unit(benchmark::kMicrosecond);
 
 }  // namespace

@@ -8,18 +8,22 @@ namespace {
 
 constexpr int bindings = 100;
 
-void count(void* userData, void*, const AudioUnitEvent*, UInt64, Float32) { ++*static_cast<long*>(userData); }
+void count(void* userData, void*, const AudioUnitEvent*, UInt64, Float32) {
+  ++*static_cast<long*>(userData);
+}
 
 /// One change, delivered to the last of many registrations of one listener.
 void notifyLast(benchmark::State& state) {
   VirtualClock clock;
   long delivered = 0;
   AUEventListenerRef listener = nullptr;
-  AUEventListenerCreate(&count, &delivered, CFRunLoopGetCurrent(), kCFRunLoopDefaultMode, 0.05, 0.05, &listener);
+  AUEventListenerCreate(&count, &delivered, CFRunLoopGetCurrent(), kCFRunLoopDefaultMode, 0.05, 0.05,
+                        &listener);
   std::vector<AudioUnit> units;
   for (int i = 0; i < bindings; ++i) {
     units.push_back(openEffect("sdly"));
-    const AudioUnitEvent event = AudioUnitEvent::parameterChange({units.back(), 0, kAudioUnitScope_Global, 0});
+    const AudioUnitEvent event =
+        AudioUnitEvent::parameterChange({units.back(), 0, kAudioUnitScope_Global, 0});
     AUEventListenerAddEventType(listener, &units, &event);
   }
   const AudioUnitParameter last{units.back(), 0, kAudioUnitScope_Global, 0};

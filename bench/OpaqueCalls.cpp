@@ -30,6 +30,7 @@ std::shared_ptr<Counter> make(size_t kind, std::integer_sequence<int, steps...>)
 
 std::vector<std::shared_ptr<Counter>> makeCounters(size_t number) {
   std::vector<std::shared_ptr<Counter>> counters;
-  for (size_t i = 0; i < number; ++i) counters.push_back(make(i * 5 % 8, std::make_integer_sequence<int, 8>()));
+  for (size_t i = 0; i < number; ++i)
+    counters.push_back(make(i * 5 % 8, std::make_integer_sequence<int, 8>()));
   return counters;
 }

@@ -14,7 +14,8 @@
 #include "sdly_UIView.h"
 
 /// Every class of this module that is looked up by name or looks for the module's resources.
-extern "C" __attribute__((visibility("default"))) void TovinBundleClasses(std::vector<const Class*>& classes) {
+extern "C" __attribute__((visibility("default"))) void TovinBundleClasses(
+    std::vector<const Class*>& classes) {
   classes = {
       &jxAppleAUGUI_ViewFactory::record(),
       &jxAppleAUView::record(),

@@ -17,8 +17,9 @@ unsigned theCount = 0;
 
 jxAUParam::ListenerUse::ListenerUse() {
   if (theCount++ == 0)
-    AUEventListenerCreate(&paramEventListenerDispatcher, nullptr, CFRunLoopGetCurrent(), kCFRunLoopDefaultMode,
-                          kjxNotificationInterval, kjxNotificationInterval, &theListener);
+    AUEventListenerCreate(&paramEventListenerDispatcher, nullptr, CFRunLoopGetCurrent(),
+                          kCFRunLoopDefaultMode, kjxNotificationInterval, kjxNotificationInterval,
+                          &theListener);
 }
 
 jxAUParam::ListenerUse::~ListenerUse() {
@@ -27,7 +28,9 @@ jxAUParam::ListenerUse::~ListenerUse() {
   theListener = nullptr;
 }
 
-const Class& jxAUParam::isa() const { return record(); }
+const Class& jxAUParam::isa() const {
+  return record();
+}
 
 const Class& jxAUParam::record() {
   static const Class c = Class::of<jxAUParam>("jxAUParam", NSObject::record());
@@ -56,7 +59,9 @@ jxAUParam::~jxAUParam() {
   if (_needsNameRelease) CFRelease(_pInfo.cfNameString);
 }
 
-unsigned jxAUParam::liveCount() { return theCount; }
+unsigned jxAUParam::liveCount() {
+  return theCount;
+}
 
 void jxAUParam::paramEventListenerDispatcher(void*, void* object, const AudioUnitEvent*, UInt64, Float32) {
   static_cast<jxAUParam*>(object)->priv_eventListener_event_value();
@@ -77,7 +82,9 @@ Float32 jxAUParam::effectValue() const {
   return value;
 }
 
-double jxAUParam::doubleValue() const { return effectValue() * customScale + customOffset; }
+double jxAUParam::doubleValue() const {
+  return effectValue() * customScale + customOffset;
+}
 
 float jxAUParam::floatValue() const {
   const auto scaled = static_cast<float>(effectValue() * customScale);
@@ -90,21 +97,34 @@ void jxAUParam::setFloatValue(float value) {
   AUParameterSet(nullptr, this, &_param, effect, 0);
 }
 
-const std::string& jxAUParam::parameterName() const { return CFStringGetText(_pInfo.cfNameString); }
+const std::string& jxAUParam::parameterName() const {
+  return CFStringGetText(_pInfo.cfNameString);
+}
 
 std::string jxAUParam::unit() const {
   switch (_pInfo.unit) {
-    case kAudioUnitParameterUnit_Percent: return "%";
-    case kAudioUnitParameterUnit_Seconds: return "sec";
-    case kAudioUnitParameterUnit_SampleFrames: return "smp";
-    case kAudioUnitParameterUnit_Rate: return "x";
-    case kAudioUnitParameterUnit_Hertz: return "Hz";
-    case kAudioUnitParameterUnit_Cents: return "cnt";
-    case kAudioUnitParameterUnit_Decibels: return "dB";
-    case kAudioUnitParameterUnit_EqualPowerCrossfade: return "%";
-    case kAudioUnitParameterUnit_Octaves: return "8va";
-    case kAudioUnitParameterUnit_Milliseconds: return "ms";
-    default: return "";
+    case kAudioUnitParameterUnit_Percent:
+      return "%";
+    case kAudioUnitParameterUnit_Seconds:
+      return "sec";
+    case kAudioUnitParameterUnit_SampleFrames:
+      return "smp";
+    case kAudioUnitParameterUnit_Rate:
+      return "x";
+    case kAudioUnitParameterUnit_Hertz:
+      return "Hz";
+    case kAudioUnitParameterUnit_Cents:
+      return "cnt";
+    case kAudioUnitParameterUnit_Decibels:
+      return "dB";
+    case kAudioUnitParameterUnit_EqualPowerCrossfade:
+      return "%";
+    case kAudioUnitParameterUnit_Octaves:
+      return "8va";
+    case kAudioUnitParameterUnit_Milliseconds:
+      return "ms";
+    default:
+      return "";
   }
 }
 

@@ -2,7 +2,9 @@
 
 #include "Class.h"
 
-const Class& jxAUProperty::isa() const { return record(); }
+const Class& jxAUProperty::isa() const {
+  return record();
+}
 
 const Class& jxAUProperty::record() {
   static const Class c = Class::of<jxAUProperty>("jxAUProperty", NSObject::record());

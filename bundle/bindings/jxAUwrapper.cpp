@@ -4,7 +4,9 @@
 #include "MacRoman.h"
 #include "NSAssertionHandler.h"
 
-const Class& jxAUwrapper::isa() const { return record(); }
+const Class& jxAUwrapper::isa() const {
+  return record();
+}
 
 const Class& jxAUwrapper::record() {
   static const Class c = Class::of<jxAUwrapper>("jxAUwrapper", NSObject::record());

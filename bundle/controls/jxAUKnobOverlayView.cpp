@@ -8,7 +8,9 @@
 
 using namespace knobOverlay;
 
-const Class& jxAUKnobOverlayView::isa() const { return record(); }
+const Class& jxAUKnobOverlayView::isa() const {
+  return record();
+}
 
 const Class& jxAUKnobOverlayView::record() {
   static const Class c = Class::of<jxAUKnobOverlayView>("jxAUKnobOverlayView", NSView::record());
@@ -44,14 +46,14 @@ std::shared_ptr<NSBezierPath> jxAUKnobOverlayView::outline() const {
   const float a = joins ? static_cast<float>(std::asin(halfBar / outer) * 180 / std::numbers::pi) : 90;
 
   auto path = NSBezierPath::bezierPath();
-  path->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle(
-      {cornerRad, outer + halfBar - cornerRad}, cornerRad, 90, 180);
-  path->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle(
-      {cornerRad, outer - halfBar + cornerRad}, cornerRad, 180, 270);
+  path->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle({cornerRad, outer + halfBar - cornerRad},
+                                                                     cornerRad, 90, 180);
+  path->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle({cornerRad, outer - halfBar + cornerRad},
+                                                                     cornerRad, 180, 270);
   path->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle(center, outer, 180 + a, 540 - a);
   path->closePath();
   path->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle_clockwise(center, outer - width, 360, 0,
-                                                                              true);
+                                                                               true);
   return path;
 }
 
@@ -61,7 +63,8 @@ void jxAUKnobOverlayView::drawRect(NSRect) {
   outline()->fill();
   if (const auto arrow = NSImage::imageNamed(kjxKnobArrowImage))
     arrow->drawInRect_fromRect_operation_fraction(
-        {{NSWidth(b) - NSHeight(b) - hilightWidth, 0}, arrow->size()}, NSZeroRect, NSCompositeSourceOver, 0.8f);
+        {{NSWidth(b) - NSHeight(b) - hilightWidth, 0}, arrow->size()}, NSZeroRect, NSCompositeSourceOver,
+        0.8f);
   if (mText) drawText();
 }
 

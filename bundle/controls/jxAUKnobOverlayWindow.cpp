@@ -7,7 +7,9 @@ constexpr float ringWidth = 10;
 
 }  // namespace
 
-const Class& jxAUKnobOverlayWindow::isa() const { return record(); }
+const Class& jxAUKnobOverlayWindow::isa() const {
+  return record();
+}
 
 const Class& jxAUKnobOverlayWindow::record() {
   static const Class c = Class::of<jxAUKnobOverlayWindow>("jxAUKnobOverlayWindow", NSWindow::record());

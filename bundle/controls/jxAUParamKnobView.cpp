@@ -2,7 +2,9 @@
 
 #include "NSImageUtils.h"
 
-const Class& jxAUParamKnobView::isa() const { return record(); }
+const Class& jxAUParamKnobView::isa() const {
+  return record();
+}
 
 const Class& jxAUParamKnobView::record() {
   static const Class c = Class::of<jxAUParamKnobView>("jxAUParamKnobView", jxAUParamView::record())
@@ -20,8 +22,8 @@ void jxAUParamKnobView::setAUParameter(const AudioUnitParameter& parameter) {
 
 void jxAUParamKnobView::setupKnob() {
   const jxAUParam& p = *mParam;
-  knob = std::make_shared<jxValueKnob>(bounds(), shownName(), p.unit(), p.displaysLogarithmical(), p.minValue(),
-                                       p.maxValue(), p.floatValue(), p.defaultValue());
+  knob = std::make_shared<jxValueKnob>(bounds(), shownName(), p.unit(), p.displaysLogarithmical(),
+                                       p.minValue(), p.maxValue(), p.floatValue(), p.defaultValue());
   knob->setIntegerOnly(p.isInteger());
   if (customColor) knob->setColor(customColor);
   knob->setTarget_action(this, NSSelectorFromString("knobChanged:"));
@@ -46,7 +48,9 @@ void jxAUParamKnobView::valueChanged(jxAUParam* binding) {
   jxAUParamView::valueChanged(binding);
 }
 
-void jxAUParamKnobView::knobChanged(NSControl*) { mParam->setFloatValue(knob->floatValue()); }
+void jxAUParamKnobView::knobChanged(NSControl*) {
+  mParam->setFloatValue(knob->floatValue());
+}
 
 void jxAUParamKnobView::beginAction(NSObject*) {
   static const SEL begin = NSSelectorFromString("beginAction:");

@@ -3,7 +3,9 @@
 #include "NSAssertionHandler.h"
 #include "jxAUGraphDisplay.h"
 
-const Class& jxAUParamView::isa() const { return record(); }
+const Class& jxAUParamView::isa() const {
+  return record();
+}
 
 const Class& jxAUParamView::record() {
   static const Class c = Class::of<jxAUParamView>("jxAUParamView", NSImageView::record())

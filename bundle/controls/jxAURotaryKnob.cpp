@@ -24,14 +24,17 @@ std::shared_ptr<NSBezierPath> segment(NSPoint from, NSPoint to, float lineWidth)
 std::shared_ptr<NSBezierPath> sweep(NSPoint center, float radius) {
   auto path = NSBezierPath::bezierPath();
   path->moveToPoint(center);
-  path->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle_clockwise(center, radius, 225, 315, true);
+  path->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle_clockwise(center, radius, 225, 315,
+                                                                               true);
   path->closePath();
   return path;
 }
 
 }  // namespace
 
-const Class& jxAURotaryKnob::isa() const { return record(); }
+const Class& jxAURotaryKnob::isa() const {
+  return record();
+}
 
 const Class& jxAURotaryKnob::record() {
   static const Class c = Class::of<jxAURotaryKnob>("jxAURotaryKnob", NSControl::record())
@@ -135,7 +138,9 @@ void jxAURotaryKnob::showEndpoints(bool show) {
   setNeedsDisplay(true);
 }
 
-float jxAURotaryKnob::calcDegrees(double position) { return static_cast<float>(-(270 * position - 135)); }
+float jxAURotaryKnob::calcDegrees(double position) {
+  return static_cast<float>(-(270 * position - 135));
+}
 
 NSAffineTransform jxAURotaryKnob::rotateAround_byDegrees(NSPoint point, float degrees) const {
   NSAffineTransform transform = NSAffineTransform::transform();
@@ -144,7 +149,9 @@ NSAffineTransform jxAURotaryKnob::rotateAround_byDegrees(NSPoint point, float de
   return transform;
 }
 
-void jxAURotaryKnob::drawRect(NSRect) { showValueMarker(); }
+void jxAURotaryKnob::drawRect(NSRect) {
+  showValueMarker();
+}
 
 void jxAURotaryKnob::showValueMarker() const {
   const float radius = NSWidth(frame()) * 0.5f - 1;
@@ -155,8 +162,8 @@ void jxAURotaryKnob::showValueMarker() const {
   m_markerColor->set();
   const auto wedge = NSBezierPath::bezierPath();
   wedge->moveToPoint(m_offset);
-  wedge->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle_clockwise(
-      m_offset, radius, start + 90, end + 90, !counterClockwise);
+  wedge->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle_clockwise(m_offset, radius, start + 90,
+                                                                                end + 90, !counterClockwise);
   wedge->fill();
 
   NSColor::colorWithCalibratedWhite_alpha(111.0f / 255, 1)->set();

@@ -16,12 +16,15 @@ constexpr NSTimeInterval endStopTime = 1.5;
 constexpr float fineFactor = 0.1f;
 constexpr double rangeOfNone = 100;
 
-std::shared_ptr<NSTimer> timer(NSTimeInterval interval, NSObject* target, const char* selector, bool repeats) {
+std::shared_ptr<NSTimer> timer(NSTimeInterval interval, NSObject* target, const char* selector,
+                               bool repeats) {
   return NSTimer::scheduledTimerWithTimeInterval_target_selector_userInfo_repeats(
       interval, target, NSSelectorFromString(selector), nullptr, repeats);
 }
 
-float signedPower(float velocity) { return std::copysign(std::pow(std::abs(velocity), 1.5f), velocity); }
+float signedPower(float velocity) {
+  return std::copysign(std::pow(std::abs(velocity), 1.5f), velocity);
+}
 
 SEL beginAction() {
   static const SEL selector = NSSelectorFromString("beginAction:");

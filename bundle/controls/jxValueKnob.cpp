@@ -14,11 +14,15 @@ namespace {
 constexpr float knobSide = 41;
 constexpr int digits = 6;
 
-std::string numberText(float value) { return stringWithNiceFloatValue_digits(value, digits); }
+std::string numberText(float value) {
+  return stringWithNiceFloatValue_digits(value, digits);
+}
 
 }  // namespace
 
-const Class& jxValueKnob::isa() const { return record(); }
+const Class& jxValueKnob::isa() const {
+  return record();
+}
 
 const Class& jxValueKnob::record() {
   static const Class c =
@@ -107,7 +111,9 @@ void jxValueKnob::setTarget_action(NSObject* newTarget, SEL newAction) {
   action = newAction;
 }
 
-void jxValueKnob::setFloatValue(float value) { setFloatValue_string(value, numberText(value)); }
+void jxValueKnob::setFloatValue(float value) {
+  setFloatValue_string(value, numberText(value));
+}
 
 void jxValueKnob::setFloatValue_string(float value, const std::string& text) {
   knob->setFloatValue(value);
@@ -124,7 +130,9 @@ void jxValueKnob::valueViewChanged(NSControl* sender) {
   sendAction();
 }
 
-void jxValueKnob::sendAction() { NSPerformIfAnswered(target, action, this); }
+void jxValueKnob::sendAction() {
+  NSPerformIfAnswered(target, action, this);
+}
 
 void jxValueKnob::beginAction(NSObject* sender) {
   static const SEL begin = NSSelectorFromString("beginAction:");
@@ -146,7 +154,9 @@ bool jxValueKnob::control_textShouldEndEditing(NSControl*, NSObject*) {
   return true;
 }
 
-void jxValueKnob::controlTextDidEndEditing(NSNotification*) { valueViewChanged(valueView.get()); }
+void jxValueKnob::controlTextDidEndEditing(NSNotification*) {
+  valueViewChanged(valueView.get());
+}
 
 void jxValueKnob::mouseDown(const NSEvent& event) {
   NSImageView::mouseDown(event);

@@ -18,7 +18,9 @@ enum Parameter : int {
 
 }  // namespace
 
-const Class& dcmp_UIView::isa() const { return record(); }
+const Class& dcmp_UIView::isa() const {
+  return record();
+}
 
 const Class& dcmp_UIView::record() {
   static const Class c = Class::of<dcmp_UIView>("dcmp_UIView", jxAppleAUView::record())
@@ -47,8 +49,8 @@ void dcmp_UIView::setAU(std::shared_ptr<jxAUwrapper> wrapper) {
   masterGain->setAUParameter(wrapper->globalParameter(masterGainParameter));
   compAmountView->startWatchingAUparam_numSamples(wrapper->globalParameter(amountParameter), historySamples);
   compGraphView->setAudioUnit_thresholdID_headRoomID_expThresholdID_expRatio_gain(
-      wrapper->audioUnit(), compThresholdParameter, headRoomParameter, expThresholdParameter, expRatioParameter,
-      masterGainParameter);
+      wrapper->audioUnit(), compThresholdParameter, headRoomParameter, expThresholdParameter,
+      expRatioParameter, masterGainParameter);
   jxAppleAUView::setAU(std::move(wrapper));
   startTimerWithInterval(tickInterval);
 }

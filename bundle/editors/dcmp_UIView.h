@@ -5,8 +5,8 @@
 #include "jxAUParamKnobView.h"
 #include "jxAppleAUView.h"
 
-/// Editor of the dynamics processor: compressor and expander with their curve and the last ten seconds of gain
-/// reduction.
+/// Editor of the dynamics processor: compressor and expander with their curve and the last ten seconds of
+/// gain reduction.
 class dcmp_UIView : public jxAppleAUView {
  public:
   using jxAppleAUView::jxAppleAUView;

@@ -14,7 +14,9 @@ enum Parameter : int {
 
 }  // namespace
 
-const Class& lmtr_UIView::isa() const { return record(); }
+const Class& lmtr_UIView::isa() const {
+  return record();
+}
 
 const Class& lmtr_UIView::record() {
   static const Class c = Class::of<lmtr_UIView>("lmtr_UIView", jxAppleAUView::record())

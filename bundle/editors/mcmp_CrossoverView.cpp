@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int firstCrossover = 2;    // parameter
+constexpr int firstCrossover = 2;     // parameter
 constexpr double handleHeight = 0.6;  // of the plot
 
 std::string frequencyText(float hertz) {
@@ -19,7 +19,9 @@ std::string frequencyText(float hertz) {
 
 }  // namespace
 
-const Class& mcmp_CrossoverView::isa() const { return record(); }
+const Class& mcmp_CrossoverView::isa() const {
+  return record();
+}
 
 const Class& mcmp_CrossoverView::record() {
   static const Class c = Class::of<mcmp_CrossoverView>("mcmp_CrossoverView", jxAUHandleGraphDisplay::record())
@@ -37,8 +39,8 @@ void mcmp_CrossoverView::setAU(const std::shared_ptr<jxAUwrapper>& wrapper) {
     NSAssertionHandler::currentHandler().handleFailureInMethod("setAU:", this, "mcmp_CrossoverView", 138,
                                                                "Already hooked to an AU!!");
   for (int i = 0; i < handles; ++i)
-    param[static_cast<size_t>(i)] = std::make_shared<jxAUParam>(wrapper->globalParameter(firstCrossover + i), this,
-                                                                NSSelectorFromString("valueChanged:"));
+    param[static_cast<size_t>(i)] = std::make_shared<jxAUParam>(wrapper->globalParameter(firstCrossover + i),
+                                                                this, NSSelectorFromString("valueChanged:"));
   logMin = std::log2(param[0]->minValue());
   logMax = std::log2(param[0]->maxValue());
   setUseXUnits_yUnits(true, false);
@@ -46,7 +48,9 @@ void mcmp_CrossoverView::setAU(const std::shared_ptr<jxAUwrapper>& wrapper) {
   valueChanged(nullptr);
 }
 
-void mcmp_CrossoverView::valueChanged(jxAUParam*) { setNeedsDisplay(true); }
+void mcmp_CrossoverView::valueChanged(jxAUParam*) {
+  setNeedsDisplay(true);
+}
 
 NSPoint mcmp_CrossoverView::graphPositionForFreq(float frequency) const {
   const NSRect plot = inBounds();
@@ -129,9 +133,10 @@ void mcmp_CrossoverView::fillBand(int band) const {
 void mcmp_CrossoverView::drawLabel(int handle) const {
   const jxAUParam& p = *param[static_cast<size_t>(handle)];
   const NSPoint at = getPointForHandle(static_cast<unsigned>(handle));
-  const NSAttributedString label(p.valueString() + p.unit(), {.font = NSFont::fontWithName_size("LucidaGrande", 8),
-                                                              .foregroundColor = NSColor::whiteColor(),
-                                                              .shadow = {}});
+  const NSAttributedString label(p.valueString() + p.unit(),
+                                 {.font = NSFont::fontWithName_size("LucidaGrande", 8),
+                                  .foregroundColor = NSColor::whiteColor(),
+                                  .shadow = {}});
   const bool roomAtRight = at.x < NSMaxX(inBounds()) - 30;
   const float x = roomAtRight ? at.x + 1 : at.x - label.boundingRect().size.width - 1;
   label.drawAtPoint({x, at.y - 12.5f});

@@ -20,7 +20,9 @@ class mcmp_CrossoverView : public jxAUHandleGraphDisplay {
   /// Binds the crossover frequencies; a second time is an assertion failure.
   void setAU(const std::shared_ptr<jxAUwrapper>& wrapper);
   /// `band`: 0 to 3.
-  const std::shared_ptr<NSColor>& colorOfBand(int band) const { return bandColor.at(static_cast<size_t>(band)); }
+  const std::shared_ptr<NSColor>& colorOfBand(int band) const {
+    return bandColor.at(static_cast<size_t>(band));
+  }
   void valueChanged(jxAUParam* binding);
 
   /// Hz to a point on the handles' line, and back from its x.

@@ -23,7 +23,9 @@ enum Parameter : int {
 
 }  // namespace
 
-const Class& mcmp_UIView::isa() const { return record(); }
+const Class& mcmp_UIView::isa() const {
+  return record();
+}
 
 const Class& mcmp_UIView::record() {
   static const Class c = Class::of<mcmp_UIView>("mcmp_UIView", jxAppleAUView::record())

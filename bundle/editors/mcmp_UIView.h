@@ -33,12 +33,14 @@ class mcmp_UIView : public jxAppleAUView {
   void hookBand(int index, const jxAUwrapper& wrapper) const;
 
   jxAUParamKnobView *preGain = nullptr, *postGain = nullptr, *attackTime = nullptr, *releaseTime = nullptr;
-  jxAUParamKnobView *threshold1 = nullptr, *threshold2 = nullptr, *threshold3 = nullptr, *threshold4 = nullptr;
+  jxAUParamKnobView *threshold1 = nullptr, *threshold2 = nullptr, *threshold3 = nullptr,
+                    *threshold4 = nullptr;
   jxAUParamKnobView *headRoom1 = nullptr, *headRoom2 = nullptr, *headRoom3 = nullptr, *headRoom4 = nullptr;
   jxAUParamKnobView *eq1 = nullptr, *eq2 = nullptr, *eq3 = nullptr, *eq4 = nullptr;
   jxAUGroupView *band1 = nullptr, *band2 = nullptr, *band3 = nullptr, *band4 = nullptr;
   jxAUGroupView* global = nullptr;
-  jxAUCompGraphView *graphView1 = nullptr, *graphView2 = nullptr, *graphView3 = nullptr, *graphView4 = nullptr;
+  jxAUCompGraphView *graphView1 = nullptr, *graphView2 = nullptr, *graphView3 = nullptr,
+                    *graphView4 = nullptr;
   jxAUCompAmountView *amountView1 = nullptr, *amountView2 = nullptr, *amountView3 = nullptr,
                      *amountView4 = nullptr;
   mcmp_CrossoverView* crossoverView = nullptr;

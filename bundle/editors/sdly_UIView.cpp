@@ -1,6 +1,8 @@
 #include "sdly_UIView.h"
 
-const Class& sdly_UIView::isa() const { return record(); }
+const Class& sdly_UIView::isa() const {
+  return record();
+}
 
 const Class& sdly_UIView::record() {
   static const Class c = Class::of<sdly_UIView>("sdly_UIView", jxAppleAUView::record())

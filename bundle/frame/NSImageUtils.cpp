@@ -62,7 +62,8 @@ std::shared_ptr<NSImage> imageNamed_fromResource(const char* name, const char* r
                                                  const Class& classOfBundle) {
   if (auto image = NSImage::imageNamed(name)) return image;
   const NSBundle* bundle = NSBundle::bundleForClass(classOfBundle);
-  auto image = NSImage::initByReferencingFile(bundle ? bundle->pathForImageResource(resource) : std::string());
+  auto image =
+      NSImage::initByReferencingFile(bundle ? bundle->pathForImageResource(resource) : std::string());
   image->setName(name);
   return image;
 }

@@ -3,7 +3,9 @@
 #include "NSWindow.h"
 #include "jxAUSectionStyle.h"
 
-const Class& jxAUGroupView::isa() const { return record(); }
+const Class& jxAUGroupView::isa() const {
+  return record();
+}
 
 const Class& jxAUGroupView::record() {
   static const Class c = Class::of<jxAUGroupView>("jxAUGroupView", NSBox::record());

@@ -11,10 +11,10 @@ void drawSectionCard(NSRect card, std::string_view label) {
   NSColor::colorWithCalibratedWhite_alpha(0.5f, 0.5f)->set();
   path->stroke();
 
-  NSMutableAttributedString text(
-      label, {.font = NSFont::fontWithName_size("LucidaGrande-Bold", 10),
-              .foregroundColor = NSColor::colorWithCalibratedWhite_alpha(0.3f, 0.7f),
-              .shadow = {}});
+  NSMutableAttributedString text(label,
+                                 {.font = NSFont::fontWithName_size("LucidaGrande-Bold", 10),
+                                  .foregroundColor = NSColor::colorWithCalibratedWhite_alpha(0.3f, 0.7f),
+                                  .shadow = {}});
   text.setAlignment(NSCenterTextAlignment);
   text.drawInRect(NSMakeRect(NSMinX(card), NSMaxY(card) - 14, NSWidth(card), 12));
 }

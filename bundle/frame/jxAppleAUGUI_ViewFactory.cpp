@@ -16,13 +16,20 @@ struct Row {
 };
 
 constexpr std::array<Row, 15> editors{{
-    {FourCharCode("mcmp"), FourCharCode("mcmp")}, {FourCharCode("dcmp"), FourCharCode("dcmp")},
-    {FourCharCode("lmtr"), FourCharCode("lmtr")}, {FourCharCode("filt"), FourCharCode("filt")},
-    {FourCharCode("lpas"), FourCharCode("lpas")}, {FourCharCode("hpas"), FourCharCode("lpas")},
-    {FourCharCode("lshf"), FourCharCode("lpas")}, {FourCharCode("hshf"), FourCharCode("lpas")},
-    {FourCharCode("bpas"), FourCharCode("bpas")}, {FourCharCode("pmeq"), FourCharCode("pmeq")},
-    {FourCharCode("mrev"), FourCharCode("mrev")}, {FourCharCode("Qmrv"), FourCharCode("mrev")},
-    {FourCharCode("dely"), FourCharCode("dely")}, {FourCharCode("sdly"), FourCharCode("sdly")},
+    {FourCharCode("mcmp"), FourCharCode("mcmp")},
+    {FourCharCode("dcmp"), FourCharCode("dcmp")},
+    {FourCharCode("lmtr"), FourCharCode("lmtr")},
+    {FourCharCode("filt"), FourCharCode("filt")},
+    {FourCharCode("lpas"), FourCharCode("lpas")},
+    {FourCharCode("hpas"), FourCharCode("lpas")},
+    {FourCharCode("lshf"), FourCharCode("lpas")},
+    {FourCharCode("hshf"), FourCharCode("lpas")},
+    {FourCharCode("bpas"), FourCharCode("bpas")},
+    {FourCharCode("pmeq"), FourCharCode("pmeq")},
+    {FourCharCode("mrev"), FourCharCode("mrev")},
+    {FourCharCode("Qmrv"), FourCharCode("mrev")},
+    {FourCharCode("dely"), FourCharCode("dely")},
+    {FourCharCode("sdly"), FourCharCode("sdly")},
     {FourCharCode("tmpt"), FourCharCode("tmpt")},
 }};
 
@@ -34,12 +41,13 @@ std::string descriptionName(OSType editor) {
 
 }  // namespace
 
-const Class& jxAppleAUGUI_ViewFactory::isa() const { return record(); }
+const Class& jxAppleAUGUI_ViewFactory::isa() const {
+  return record();
+}
 
 const Class& jxAppleAUGUI_ViewFactory::record() {
-  static const Class c =
-      Class::of<jxAppleAUGUI_ViewFactory>("jxAppleAUGUI_ViewFactory", NSObject::record())
-          .outlet<&jxAppleAUGUI_ViewFactory::uiFreshlyLoadedView>("uiFreshlyLoadedView");
+  static const Class c = Class::of<jxAppleAUGUI_ViewFactory>("jxAppleAUGUI_ViewFactory", NSObject::record())
+                             .outlet<&jxAppleAUGUI_ViewFactory::uiFreshlyLoadedView>("uiFreshlyLoadedView");
   return c;
 }
 

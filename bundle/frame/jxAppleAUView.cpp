@@ -23,7 +23,9 @@ NSTextAttributes bottomStyle(const char* fontName, float points, float white, fl
 
 }  // namespace
 
-const Class& jxAppleAUView::isa() const { return record(); }
+const Class& jxAppleAUView::isa() const {
+  return record();
+}
 
 const Class& jxAppleAUView::record() {
   static const Class c = Class::of<jxAppleAUView>("jxAppleAUView", NSImageView::record())
@@ -39,7 +41,8 @@ jxAppleAUView::jxAppleAUView(NSRect frame) : NSImageView(frame) {
 
   const auto rendered = NSImage::initWithSize(frame.size);
   rendered->lockFocus();
-  drawInRect_cornerSizeX_cornerSizeY_operation_fraction(*background, bounds(), 20, 20, NSCompositeSourceOver, 1);
+  drawInRect_cornerSizeX_cornerSizeY_operation_fraction(*background, bounds(), 20, 20, NSCompositeSourceOver,
+                                                        1);
   rendered->unlockFocus();
   setImage(rendered);
 }
@@ -105,8 +108,8 @@ void jxAppleAUView::drawRect(NSRect dirty) {
 
 std::shared_ptr<NSImage> jxAppleAUView::renderedBottomLine() const {
   NSMutableAttributedString line(kjxAppleAUNotice, bottomStyle("Skia", 10, 106.0f / 255, 2, 0.19f));
-  line.appendAttributedString(NSAttributedString(
-      mAUwrapper->auName(), bottomStyle("Futura Medium", 18, 77.0f / 255, 3, 0.33f)));
+  line.appendAttributedString(
+      NSAttributedString(mAUwrapper->auName(), bottomStyle("Futura Medium", 18, 77.0f / 255, 3, 0.33f)));
   line.setAlignment(NSRightTextAlignment);
 
   const auto rendered = NSImage::initWithSize({NSWidth(bounds()), separatorY});

@@ -11,7 +11,9 @@ constexpr float fullScale = 20;  // dB over the plot's height
 
 }  // namespace
 
-const Class& jxAUCompAmountView::isa() const { return record(); }
+const Class& jxAUCompAmountView::isa() const {
+  return record();
+}
 
 const Class& jxAUCompAmountView::record() {
   static const Class c = Class::of<jxAUCompAmountView>("jxAUCompAmountView", jxAUGraphDisplay::record())
@@ -28,10 +30,10 @@ void jxAUCompAmountView::startWatchingAUparam_numSamples(const AudioUnitParamete
   for (float level = 10; level <= 40; level += 10) addHoriRefLine_weight(level, 0.5f);
   for (float level = 5; level <= 45; level += 10) addHoriRefLine_weight(level, 0.5f);
   mAUparam = parameter;
-  mParamListProperty = std::make_shared<jxAUProperty>(
-      AudioUnitProperty{parameter.mAudioUnit, kAudioUnitProperty_ParameterList, parameter.mScope,
-                        parameter.mElement},
-      this, NSSelectorFromString("paramListChanged:"));
+  mParamListProperty =
+      std::make_shared<jxAUProperty>(AudioUnitProperty{parameter.mAudioUnit, kAudioUnitProperty_ParameterList,
+                                                       parameter.mScope, parameter.mElement},
+                                     this, NSSelectorFromString("paramListChanged:"));
   paramListChanged(nullptr);
 }
 
@@ -52,7 +54,8 @@ void jxAUCompAmountView::update() {
   if (!mAUparam.mAudioUnit || !parameterExists) return;
   const float before = amounts[static_cast<size_t>(amountPos)];
   float amount = before;
-  AudioUnitGetParameter(mAUparam.mAudioUnit, mAUparam.mParameterID, mAUparam.mScope, mAUparam.mElement, &amount);
+  AudioUnitGetParameter(mAUparam.mAudioUnit, mAUparam.mParameterID, mAUparam.mScope, mAUparam.mElement,
+                        &amount);
   amountPos = (amountPos + 1) % numAmounts;
   amounts[static_cast<size_t>(amountPos)] = amount;
   const bool shown = amount == before && equalAmounts >= numAmounts;
@@ -81,8 +84,8 @@ void jxAUCompAmountView::drawRect(NSRect dirty) {
     area->moveToPoint({NSMaxX(plot), NSMinY(plot)});
     for (int k = 0; k < numAmounts; ++k) {
       const int index = (amountPos - k + numAmounts) % numAmounts;
-      area->lineToPoint({static_cast<float>(NSMaxX(plot) - k * step),
-                         yForValue(amounts[static_cast<size_t>(index)])});
+      area->lineToPoint(
+          {static_cast<float>(NSMaxX(plot) - k * step), yForValue(amounts[static_cast<size_t>(index)])});
     }
     area->lineToPoint({NSMinX(plot), NSMinY(plot)});
     (mColor ? mColor->colorWithAlphaComponent(0.8f) : graphColor())->set();

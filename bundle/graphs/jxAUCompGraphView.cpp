@@ -10,11 +10,15 @@ namespace {
 
 constexpr float roomAboveThreshold = 10;
 
-std::string levelText(float level) { return (level == 0 ? " 0" : foundation::signedWholeText(level)) + "dB"; }
+std::string levelText(float level) {
+  return (level == 0 ? " 0" : foundation::signedWholeText(level)) + "dB";
+}
 
 }  // namespace
 
-const Class& jxAUCompGraphView::isa() const { return record(); }
+const Class& jxAUCompGraphView::isa() const {
+  return record();
+}
 
 const Class& jxAUCompGraphView::record() {
   static const Class c = Class::of<jxAUCompGraphView>("jxAUCompGraphView", jxAUGraphDisplay::record())
@@ -26,7 +30,8 @@ const Class& jxAUCompGraphView::record() {
 void jxAUCompGraphView::setAudioUnit_thresholdID_headRoomID_expThresholdID_expRatio_gain(
     AudioUnit unit, UInt32 thresholdID, UInt32 headRoomID, UInt32 expThresholdID, UInt32 expRatioID,
     UInt32 gainID) {
-  const std::array<UInt32, slotCount> identifiers{thresholdID, headRoomID, expThresholdID, expRatioID, gainID};
+  const std::array<UInt32, slotCount> identifiers{thresholdID, headRoomID, expThresholdID, expRatioID,
+                                                  gainID};
   for (size_t slot = 0; slot < slotCount; ++slot)
     if (identifiers[slot] != kjxNoParameter)
       param[slot] =
@@ -70,7 +75,9 @@ bool jxAUCompGraphView::addVertRefLine_weight(float level, float weight) {
   return addReferenceLineFrom_to_text_weight({NSMinX(plot), y}, {NSMaxX(plot), y}, levelText(level), weight);
 }
 
-void jxAUCompGraphView::valueChanged(jxAUParam*) { setNeedsDisplay(true); }
+void jxAUCompGraphView::valueChanged(jxAUParam*) {
+  setNeedsDisplay(true);
+}
 
 float jxAUCompGraphView::valueOf(Slot slot, float otherwise) const {
   return param[slot] ? param[slot]->floatValue() : otherwise;

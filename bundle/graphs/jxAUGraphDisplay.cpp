@@ -23,7 +23,9 @@ float nearest(const std::vector<float>& lines, float position) {
 
 }  // namespace
 
-const Class& jxAUGraphDisplay::isa() const { return record(); }
+const Class& jxAUGraphDisplay::isa() const {
+  return record();
+}
 
 const Class& jxAUGraphDisplay::record() {
   static const Class c = Class::of<jxAUGraphDisplay>("jxAUGraphDisplay", NSImageView::record())
@@ -31,17 +33,29 @@ const Class& jxAUGraphDisplay::record() {
   return c;
 }
 
-std::shared_ptr<NSColor> jxAUGraphDisplay::graphColor() { return vellColor_alpha(0x516374, 0.5f); }
+std::shared_ptr<NSColor> jxAUGraphDisplay::graphColor() {
+  return vellColor_alpha(0x516374, 0.5f);
+}
 
 std::shared_ptr<NSColor> jxAUGraphDisplay::referenceColor() {
   return NSColor::colorWithCalibratedRed_green_blue_alpha(107.0f / 255, 117.0f / 255, 124.0f / 255, 0.7f);
 }
 
-std::shared_ptr<NSColor> jxAUGraphDisplay::purpleHandle() { return vellColor_alpha(0xC243AC, 1); }
-std::shared_ptr<NSColor> jxAUGraphDisplay::redHandle() { return vellColor_alpha(0xE64D3D, 1); }
-std::shared_ptr<NSColor> jxAUGraphDisplay::orangeHandle() { return vellColor_alpha(0xFC8B12, 1); }
-std::shared_ptr<NSColor> jxAUGraphDisplay::greenHandle() { return vellColor_alpha(0x3D9E3F, 1); }
-std::shared_ptr<NSColor> jxAUGraphDisplay::blueHandle() { return vellColor_alpha(0x4189C4, 1); }
+std::shared_ptr<NSColor> jxAUGraphDisplay::purpleHandle() {
+  return vellColor_alpha(0xC243AC, 1);
+}
+std::shared_ptr<NSColor> jxAUGraphDisplay::redHandle() {
+  return vellColor_alpha(0xE64D3D, 1);
+}
+std::shared_ptr<NSColor> jxAUGraphDisplay::orangeHandle() {
+  return vellColor_alpha(0xFC8B12, 1);
+}
+std::shared_ptr<NSColor> jxAUGraphDisplay::greenHandle() {
+  return vellColor_alpha(0x3D9E3F, 1);
+}
+std::shared_ptr<NSColor> jxAUGraphDisplay::blueHandle() {
+  return vellColor_alpha(0x4189C4, 1);
+}
 
 NSTextAttributes jxAUGraphDisplay::referenceTextAttributes() {
   return {.font = NSFont::fontWithName_size("LucidaGrande", 7),

@@ -21,10 +21,13 @@ NSRect squareAround(NSPoint center, float side) {
 
 }  // namespace
 
-const Class& jxAUHandleGraphDisplay::isa() const { return record(); }
+const Class& jxAUHandleGraphDisplay::isa() const {
+  return record();
+}
 
 const Class& jxAUHandleGraphDisplay::record() {
-  static const Class c = Class::of<jxAUHandleGraphDisplay>("jxAUHandleGraphDisplay", jxAUGraphDisplay::record());
+  static const Class c =
+      Class::of<jxAUHandleGraphDisplay>("jxAUHandleGraphDisplay", jxAUGraphDisplay::record());
   return c;
 }
 
@@ -80,13 +83,18 @@ NSRect jxAUHandleGraphDisplay::highlightedRegion(size_t index) const {
   const float x = handlePoints[index].x;
   float left = x, right = x;
   switch (handleModes[index]) {
-    case HandleModePoint: break;
+    case HandleModePoint:
+      break;
     case HandleModeBand:
       left = x - handleWidths[index] * 0.5f;
       right = left + handleWidths[index];
       break;
-    case HandleModeLowRegion: left = NSMinX(plot); break;
-    case HandleModeHighRegion: right = NSMaxX(plot); break;
+    case HandleModeLowRegion:
+      left = NSMinX(plot);
+      break;
+    case HandleModeHighRegion:
+      right = NSMaxX(plot);
+      break;
   }
   return NSMakeRect(left, NSMinY(plot), right - left, NSHeight(plot));
 }

@@ -14,12 +14,12 @@ enum HandleMode : uint32_t {
   HandleModeHighRegion = 3,  // from the handle to the plot's right edge
 };
 
-/// A graph with coloured handles that are dragged. While one is dragged the pointer is hidden; Shift is a tenth
-/// of the motion, Option changes the width; on release the pointer is put to the tracked point.
+/// A graph with coloured handles that are dragged. While one is dragged the pointer is hidden; Shift is a
+/// tenth of the motion, Option changes the width; on release the pointer is put to the tracked point.
 ///
-/// A subclass adds its handles in its constructor and overrides the hooks: where a handle stands for the values
-/// of the moment, and what a dragged position or width does to them. Its drawRect: begins with this one's and
-/// ends with drawHandles:. Main thread.
+/// A subclass adds its handles in its constructor and overrides the hooks: where a handle stands for the
+/// values of the moment, and what a dragged position or width does to them. Its drawRect: begins with this
+/// one's and ends with drawHandles:. Main thread.
 class jxAUHandleGraphDisplay : public jxAUGraphDisplay {
  public:
   using jxAUGraphDisplay::jxAUGraphDisplay;

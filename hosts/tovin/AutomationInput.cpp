@@ -15,7 +15,9 @@ AutomationInput::AutomationInput(AudioUnit unit) : unit_(unit) {
   NSRunLoop::currentRunLoop().addDescriptor(STDIN_FILENO, [this] { readable(); });
 }
 
-AutomationInput::~AutomationInput() { NSRunLoop::currentRunLoop().removeDescriptor(STDIN_FILENO); }
+AutomationInput::~AutomationInput() {
+  NSRunLoop::currentRunLoop().removeDescriptor(STDIN_FILENO);
+}
 
 void AutomationInput::readable() {
   char bytes[4096];
@@ -36,8 +38,8 @@ void AutomationInput::line(const std::string& text) {
   ++lineNumber_;
   if (text.find_first_not_of(" \t\r") == std::string::npos) return;
   const auto wrong = [&](const std::string& expected) {
-    std::cerr << "tovin: standard input, line " << lineNumber_ << ": \"" << text << "\", expected " << expected
-              << "\n";
+    std::cerr << "tovin: standard input, line " << lineNumber_ << ": \"" << text << "\", expected "
+              << expected << "\n";
   };
   const foundation::ParsedNumber id = foundation::numberPrefix(text);
   const foundation::ParsedNumber value = foundation::numberPrefix(std::string_view(text).substr(id.length));

@@ -8,8 +8,7 @@ std::shared_ptr<NSWindow> windowForEditor(const std::shared_ptr<NSView>& editor,
   const NSRect screen = NSScreen::screens()[0].frame();
   const NSRect centred = NSMakeRect((NSWidth(screen) - size.width) / 2, (NSHeight(screen) - size.height) / 2,
                                     size.width, size.height);
-  auto window =
-      std::make_shared<NSWindow>(centred, NSTitledWindowMask, NSBackingStoreBuffered, false);
+  auto window = std::make_shared<NSWindow>(centred, NSTitledWindowMask, NSBackingStoreBuffered, false);
   window->setTitle(title);
   window->setContentView(editor);
   window->setInitialFirstResponder(editor.get());

@@ -17,7 +17,9 @@ HostTempo::HostTempo(AudioUnit unit, double beatsPerMinute)
   setCallbacks(unit, {.hostUserData = this, .beatAndTempoProc = &beatAndTempo});
 }
 
-HostTempo::~HostTempo() { setCallbacks(unit_, {}); }
+HostTempo::~HostTempo() {
+  setCallbacks(unit_, {});
+}
 
 OSStatus HostTempo::beatAndTempo(void* self, Float64* beat, Float64* tempo) {
   const auto& host = *static_cast<const HostTempo*>(self);

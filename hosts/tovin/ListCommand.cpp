@@ -42,6 +42,7 @@ ExitStatus run() {
 }  // namespace
 
 Command listCommand(CLI::App& program) {
-  return {program.add_subcommand("list", "List the effects: code, name, version and the class of the editor."),
-          run};
+  return {
+      program.add_subcommand("list", "List the effects: code, name, version and the class of the editor."),
+      run};
 }

@@ -22,13 +22,16 @@ ParameterLog::ParameterLog(AudioUnit unit, bool prints) : unit_(unit), prints_(p
     AUEventListenerAddEventType(listener_, this, &event);
   }
   // A preset is one notice, whatever it changed.
-  for (const AudioUnitPropertyID preset : {kAudioUnitProperty_CurrentPreset, kAudioUnitProperty_PresentPreset}) {
+  for (const AudioUnitPropertyID preset :
+       {kAudioUnitProperty_CurrentPreset, kAudioUnitProperty_PresentPreset}) {
     const AudioUnitEvent event = AudioUnitEvent::propertyChange({unit, preset, kAudioUnitScope_Global, 0});
     AUEventListenerAddEventType(listener_, this, &event);
   }
 }
 
-ParameterLog::~ParameterLog() { AUListenerDispose(listener_); }
+ParameterLog::~ParameterLog() {
+  AUListenerDispose(listener_);
+}
 
 void ParameterLog::announceAll() const {
   for (const auto& [id, value] : values_) {

@@ -18,7 +18,8 @@ class ParameterLog {
   void announceAll() const;
 
  private:
-  static void dispatch(void* userData, void* object, const AudioUnitEvent* event, UInt64 hostTime, Float32 value);
+  static void dispatch(void* userData, void* object, const AudioUnitEvent* event, UInt64 hostTime,
+                       Float32 value);
   void changed(AudioUnitParameterID id, Float32 value);
 
   AudioUnit unit_;

@@ -120,7 +120,10 @@ Command snapshotCommand(CLI::App& program) {
   app->add_option("--seconds", options->seconds, "how much of the input has run through the effect")
       ->check(CLI::Range(0.0, 3600.0))
       ->capture_default_str();
-  app->add_option("--scale", options->scale, "pixels to a point")->check(CLI::Range(0.5, 8.0))->capture_default_str();
-  app->add_option("-o,--output", options->output, "the PNG file; with \"all\" the folder for them")->required();
+  app->add_option("--scale", options->scale, "pixels to a point")
+      ->check(CLI::Range(0.5, 8.0))
+      ->capture_default_str();
+  app->add_option("-o,--output", options->output, "the PNG file; with \"all\" the folder for them")
+      ->required();
   return {app, [options] { return run(*options); }};
 }

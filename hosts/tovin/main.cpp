@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
   CLI::App app("Audio effects, their sound and their editors.", "tovin");
   app.require_subcommand(0, 1);  // with none the program says below what there is
   const Command commands[] = {
-      listCommand(app), paramsCommand(app),   snapshotCommand(app),
+      listCommand(app), paramsCommand(app),  snapshotCommand(app),
       openCommand(app), processCommand(app), viewsCommand(app),
   };
 

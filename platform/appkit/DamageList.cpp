@@ -6,7 +6,9 @@
 
 namespace {
 
-float area(NSRect r) { return r.size.width * r.size.height; }
+float area(NSRect r) {
+  return r.size.width * r.size.height;
+}
 
 }  // namespace
 
@@ -26,7 +28,9 @@ void DamageList::add(NSRect rect) {
   rects_.push_back(rect);
 }
 
-std::vector<NSRect> DamageList::take() { return std::exchange(rects_, {}); }
+std::vector<NSRect> DamageList::take() {
+  return std::exchange(rects_, {});
+}
 
 NSRect NSIntegralRectAtScale(NSRect rect, float scale) {
   // A coordinate that is a whole pixel but for rounding must not cost a row more.

@@ -11,8 +11,14 @@ std::vector<Display*>& displays() {
 
 }  // namespace
 
-Display::Display() { displays().push_back(this); }
+Display::Display() {
+  displays().push_back(this);
+}
 
-Display::~Display() { std::erase(displays(), this); }
+Display::~Display() {
+  std::erase(displays(), this);
+}
 
-Display* Display::current() { return displays().empty() ? nullptr : displays().back(); }
+Display* Display::current() {
+  return displays().empty() ? nullptr : displays().back();
+}

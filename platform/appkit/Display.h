@@ -74,7 +74,8 @@ class Display {
   /// Physical pixels to a point.
   virtual float scale() const = 0;
 
-  /// Between these two, motion is relative and not bounded by the screen's edges. Not nested: NSCursor counts.
+  /// Between these two, motion is relative and not bounded by the screen's edges. Not nested: NSCursor
+  /// counts.
   virtual void hidePointer() = 0;
   virtual void showPointer() = 0;
   /// To a place in points from the top left of the first screen, y down. Makes no event, enters no delta.

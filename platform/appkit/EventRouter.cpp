@@ -6,13 +6,17 @@
 
 void EventRouter::handle(const NSEvent& event) {
   switch (event.type) {
-    case NSEventType::leftMouseDown: press(event); break;
+    case NSEventType::leftMouseDown:
+      press(event);
+      break;
     case NSEventType::leftMouseDragged:
       if (!pressed_) break;
       last_ = event;
       std::shared_ptr<NSView>(pressed_)->mouseDragged(event);
       break;
-    case NSEventType::leftMouseUp: release(event); break;
+    case NSEventType::leftMouseUp:
+      release(event);
+      break;
     case NSEventType::scrollWheel:
       if (NSView* view = pressed_ ? nullptr : viewAt(event.locationInWindow))
         std::static_pointer_cast<NSView>(view->shared_from_this())->scrollWheel(event);

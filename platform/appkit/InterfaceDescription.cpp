@@ -178,7 +178,8 @@ bool loadNibNamed_owner(std::string_view name, NSObject& owner) {
   }
   const std::string text = contentsOf(file);
   const auto report = [&](ptrdiff_t offset, const std::string& message) {
-    const auto line = 1 + std::count(text.begin(), text.begin() + std::clamp<ptrdiff_t>(offset, 0, std::ssize(text)), '\n');
+    const auto line =
+        1 + std::count(text.begin(), text.begin() + std::clamp<ptrdiff_t>(offset, 0, std::ssize(text)), '\n');
     NSLog(file + ":" + std::to_string(line) + ": " + message);
     return false;
   };

@@ -22,6 +22,6 @@ class NSObject;
 ///
 /// False, with one line "FILE:LINE: what is wrong, what was expected" in the log, when anything is wrong: a
 /// file that is missing or no XML, an unknown class, outlet, attribute or value, a required outlet of a
-/// top-level view that nobody connects. Nothing half-made stays: no outlet of the owner is touched. Exceptions of
-/// constructors and awakeFromNib pass through. Main thread.
+/// top-level view that nobody connects. Nothing half-made stays: no outlet of the owner is touched.
+/// Exceptions of constructors and awakeFromNib pass through. Main thread.
 bool loadNibNamed_owner(std::string_view name, NSObject& owner);

@@ -1,6 +1,8 @@
 #include "NSBox.h"
 
-const Class& NSBox::isa() const { return record(); }
+const Class& NSBox::isa() const {
+  return record();
+}
 
 const Class& NSBox::record() {
   static const Class c = Class::of<NSBox>("NSBox", NSView::record()).attribute<&NSBox::setTitle>("title");

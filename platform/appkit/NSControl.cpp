@@ -1,6 +1,8 @@
 #include "NSControl.h"
 
-const Class& NSControl::isa() const { return record(); }
+const Class& NSControl::isa() const {
+  return record();
+}
 
 const Class& NSControl::record() {
   static const Class c = Class::of<NSControl>("NSControl", NSView::record());

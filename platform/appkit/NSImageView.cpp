@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
-const Class& NSImageView::isa() const { return record(); }
+const Class& NSImageView::isa() const {
+  return record();
+}
 
 const Class& NSImageView::record() {
   static const Class c = Class::of<NSImageView>("NSImageView", NSControl::record());

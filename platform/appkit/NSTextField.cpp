@@ -17,7 +17,9 @@ constexpr float sideInset = 2;
 
 }  // namespace
 
-const Class& NSTextField::isa() const { return record(); }
+const Class& NSTextField::isa() const {
+  return record();
+}
 
 const Class& NSTextField::record() {
   static const Class c = Class::of<NSTextField>("NSTextField", NSControl::record())
@@ -27,13 +29,15 @@ const Class& NSTextField::record() {
 }
 
 NSTextField::NSTextField(NSRect frame)
-    : NSControl(frame),
-      font_(NSFont::fontWithName_size("LucidaGrande", 12)),
-      color_(NSColor::blackColor()) {}
+    : NSControl(frame), font_(NSFont::fontWithName_size("LucidaGrande", 12)), color_(NSColor::blackColor()) {}
 
-const std::string& NSTextField::shownText() const { return editing_ ? editing_->text() : text_; }
+const std::string& NSTextField::shownText() const {
+  return editing_ ? editing_->text() : text_;
+}
 
-std::string NSTextField::stringValue() const { return shownText(); }
+std::string NSTextField::stringValue() const {
+  return shownText();
+}
 
 void NSTextField::setStringValue(const std::string& text) {
   if (editing_ && ending_) {
@@ -47,7 +51,9 @@ void NSTextField::setStringValue(const std::string& text) {
   setNeedsDisplay(true);
 }
 
-float NSTextField::floatValue() const { return foundation::floatValue(shownText()); }
+float NSTextField::floatValue() const {
+  return foundation::floatValue(shownText());
+}
 
 void NSTextField::setFont(std::shared_ptr<NSFont> font) {
   font_ = std::move(font);
@@ -126,7 +132,9 @@ bool NSTextField::becomeFirstResponder() {
   return true;
 }
 
-bool NSTextField::resignFirstResponder() { return finishEditing(Ending::focusLost); }
+bool NSTextField::resignFirstResponder() {
+  return finishEditing(Ending::focusLost);
+}
 
 void NSTextField::abortEditing() {
   editing_.reset();
@@ -213,8 +221,12 @@ void NSTextField::keyDown(const NSEvent& event) {
       abortEditing();
       if (window()) window()->makeFirstResponder(window()->initialFirstResponder());
       return;
-    case NSKey::backspace: editing_->deleteBackward(); break;
-    case NSKey::forwardDelete: editing_->deleteForward(); break;
+    case NSKey::backspace:
+      editing_->deleteBackward();
+      break;
+    case NSKey::forwardDelete:
+      editing_->deleteForward();
+      break;
     default:
       if (!handleMovementKey(event) && !handleClipboardKey(event)) editing_->insert(event.characters);
   }
@@ -224,18 +236,28 @@ void NSTextField::keyDown(const NSEvent& event) {
 bool NSTextField::handleMovementKey(const NSEvent& event) {
   const bool extends = event.modifierFlags & NSShiftKeyMask;
   switch (event.key) {
-    case NSKey::left: editing_->moveLeft(extends); return true;
-    case NSKey::right: editing_->moveRight(extends); return true;
+    case NSKey::left:
+      editing_->moveLeft(extends);
+      return true;
+    case NSKey::right:
+      editing_->moveRight(extends);
+      return true;
     case NSKey::home:
-    case NSKey::up: editing_->moveTo(0, extends); return true;
+    case NSKey::up:
+      editing_->moveTo(0, extends);
+      return true;
     case NSKey::end:
-    case NSKey::down: editing_->moveTo(editing_->text().size(), extends); return true;
-    default: return false;
+    case NSKey::down:
+      editing_->moveTo(editing_->text().size(), extends);
+      return true;
+    default:
+      return false;
   }
 }
 
 bool NSTextField::handleClipboardKey(const NSEvent& event) {
-  if (!(event.modifierFlags & (NSControlKeyMask | NSCommandKeyMask)) || event.characters.size() != 1) return false;
+  if (!(event.modifierFlags & (NSControlKeyMask | NSCommandKeyMask)) || event.characters.size() != 1)
+    return false;
   // Displays send Ctrl+letter as the letter or as its control character.
   const char c = event.characters[0] < 32 ? static_cast<char>(event.characters[0] + 96) : event.characters[0];
   Display* display = Display::current();

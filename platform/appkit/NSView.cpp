@@ -6,7 +6,9 @@
 #include "NSGraphicsContext.h"
 #include "NSWindow.h"
 
-const Class& NSView::isa() const { return record(); }
+const Class& NSView::isa() const {
+  return record();
+}
 
 const Class& NSView::record() {
   static const Class c =

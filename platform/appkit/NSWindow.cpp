@@ -5,7 +5,9 @@
 #include "NSException.h"
 #include "NSGraphicsContext.h"
 
-const Class& NSWindow::isa() const { return record(); }
+const Class& NSWindow::isa() const {
+  return record();
+}
 
 const Class& NSWindow::record() {
   static const Class c = Class::of<NSWindow>("NSWindow", NSObject::record());
@@ -41,7 +43,8 @@ void NSWindow::setContentView(std::shared_ptr<NSView> view) {
 
 void NSWindow::setFrame(NSRect frame) {
   if (frame == frame_) return;
-  if (isLayer_) owner_->exposed_.add(NSOffsetRect(frame_, -owner_->frame_.origin.x, -owner_->frame_.origin.y));
+  if (isLayer_)
+    owner_->exposed_.add(NSOffsetRect(frame_, -owner_->frame_.origin.x, -owner_->frame_.origin.y));
   const bool resized = !(frame.size == frame_.size);
   frame_ = frame;
   if (resized) {
@@ -66,7 +69,9 @@ void NSWindow::orderFront(NSObject* sender) {
   show(false, view ? view->window() : nullptr);
 }
 
-void NSWindow::makeKeyAndOrderFront() { show(true, nullptr); }
+void NSWindow::makeKeyAndOrderFront() {
+  show(true, nullptr);
+}
 
 void NSWindow::show(bool takesKeyboard, NSWindow* owner) {
   leaveOwner();
@@ -105,7 +110,8 @@ void NSWindow::place() {
 }
 
 void NSWindow::leaveOwner() {
-  if (isLayer_) owner_->exposed_.add(NSOffsetRect(frame_, -owner_->frame_.origin.x, -owner_->frame_.origin.y));
+  if (isLayer_)
+    owner_->exposed_.add(NSOffsetRect(frame_, -owner_->frame_.origin.x, -owner_->frame_.origin.y));
   if (owner_) std::erase(owner_->belonging_, this);
   owner_ = nullptr;
   isLayer_ = false;
@@ -148,7 +154,9 @@ bool NSWindow::makeFirstResponder(NSView* view) {
   return accepted;
 }
 
-bool NSWindow::isTyping() const { return firstResponder_ && firstResponder_->acceptsTyping(); }
+bool NSWindow::isTyping() const {
+  return firstResponder_ && firstResponder_->acceptsTyping();
+}
 
 namespace {
 
@@ -188,7 +196,8 @@ void NSWindow::viewWillLeave(NSView& tree) {
     firstResponder_ = nullptr;
     if (real_) real_->setKeyboardWanted(false);
   }
-  if (initialFirstResponder_ && initialFirstResponder_->isDescendantOf(tree)) initialFirstResponder_ = nullptr;
+  if (initialFirstResponder_ && initialFirstResponder_->isDescendantOf(tree))
+    initialFirstResponder_ = nullptr;
 }
 
 void NSWindow::keyDown(const NSEvent& event) {
@@ -201,15 +210,19 @@ void NSWindow::displayEvent(const NSEvent& event) {
   NSGuardCallback("event", [&] { router_.handle(event); });
 }
 
-void NSWindow::displayLostPointer() { router_.endGesture(); }
+void NSWindow::displayLostPointer() {
+  router_.endGesture();
+}
 
-void NSWindow::displayExposed(NSRect rect) { exposed_.add(NSIntersectionRect(rect, bounds())); }
+void NSWindow::displayExposed(NSRect rect) {
+  exposed_.add(NSIntersectionRect(rect, bounds()));
+}
 
 void NSWindow::displayChangedFrame(NSRect frame) {
   const bool resized = !(frame.size == frame_.size);
   for (NSWindow* window : belonging_)
-    window->frame_ = NSOffsetRect(window->frame_, frame.origin.x - frame_.origin.x,
-                                  frame.origin.y - frame_.origin.y);
+    window->frame_ =
+        NSOffsetRect(window->frame_, frame.origin.x - frame_.origin.x, frame.origin.y - frame_.origin.y);
   frame_ = frame;
   for (const NSWindow* window : belonging_)
     if (window->real_) window->real_->setFrame(window->frame_);
@@ -241,8 +254,9 @@ std::vector<WindowSurface::Layer> NSWindow::layers() const {
   std::vector<WindowSurface::Layer> list;
   for (const NSWindow* window : belonging_)
     if (window->isLayer_)
-      list.push_back({window->contentView(),
-                      {window->frame_.origin.x - frame_.origin.x, window->frame_.origin.y - frame_.origin.y}});
+      list.push_back(
+          {window->contentView(),
+           {window->frame_.origin.x - frame_.origin.x, window->frame_.origin.y - frame_.origin.y}});
   return list;
 }
 

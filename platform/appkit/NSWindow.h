@@ -110,9 +110,9 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   std::shared_ptr<NSRunLoop> loop_;
   std::unique_ptr<DisplayWindow> real_;  // null while hidden and for a layer
   std::optional<WindowSurface> surface_;
-  DamageList damage_;                    // to be drawn
-  DamageList exposed_;                   // drawn, to be presented
-  NSWindow* owner_ = nullptr;            // whose view this window is shown for
+  DamageList damage_;          // to be drawn
+  DamageList exposed_;         // drawn, to be presented
+  NSWindow* owner_ = nullptr;  // whose view this window is shown for
   bool isLayer_ = false;
-  std::vector<NSWindow*> belonging_;     // shown for a view of this window, the last on top
+  std::vector<NSWindow*> belonging_;  // shown for a view of this window, the last on top
 };

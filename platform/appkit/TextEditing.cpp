@@ -2,11 +2,15 @@
 
 namespace {
 
-bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+bool isContinuation(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
 
 }  // namespace
 
-TextEditing::TextEditing(std::string text) : original_(text), text_(std::move(text)) { selectAll(); }
+TextEditing::TextEditing(std::string text) : original_(text), text_(std::move(text)) {
+  selectAll();
+}
 
 void TextEditing::replaceText(std::string text) {
   text_ = std::move(text);

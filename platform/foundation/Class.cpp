@@ -31,7 +31,9 @@ const Class::Method* Class::method(SEL selector) const {
   return found == methods_.end() ? nullptr : &found->second;
 }
 
-const Class::Outlet* Class::outletNamed(std::string_view name) const { return lastNamed(outlets_, name); }
+const Class::Outlet* Class::outletNamed(std::string_view name) const {
+  return lastNamed(outlets_, name);
+}
 
 const Class::Attribute* Class::attributeNamed(std::string_view name) const {
   return lastNamed(attributes_, name);

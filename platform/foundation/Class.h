@@ -149,20 +149,19 @@ Class&& Class::addOutlet(std::string_view name, bool required) && {
   using Member = foundation::MemberOf<decltype(field)>;
   using Owner = typename Member::Owner;
   using Value = typename Member::Value;
-  outlets_.push_back(Outlet{
-      std::string(name), required,
-      [](NSObject& owner, const std::shared_ptr<NSObject>& object) {
-        Value value = foundation::Argument<Value>::from(object.get());
-        if (object && !value) return false;
-        static_cast<Owner&>(owner).*field = value;
-        return true;
-      },
-      [](NSObject& owner) -> NSObject* {
-        if constexpr (std::is_pointer_v<Value>)
-          return static_cast<Owner&>(owner).*field;
-        else
-          return (static_cast<Owner&>(owner).*field).get();
-      }});
+  outlets_.push_back(Outlet{std::string(name), required,
+                            [](NSObject& owner, const std::shared_ptr<NSObject>& object) {
+                              Value value = foundation::Argument<Value>::from(object.get());
+                              if (object && !value) return false;
+                              static_cast<Owner&>(owner).*field = value;
+                              return true;
+                            },
+                            [](NSObject& owner) -> NSObject* {
+                              if constexpr (std::is_pointer_v<Value>)
+                                return static_cast<Owner&>(owner).*field;
+                              else
+                                return (static_cast<Owner&>(owner).*field).get();
+                            }});
   return std::move(*this);
 }
 

@@ -36,8 +36,7 @@ std::shared_ptr<NSBundle> NSBundle::bundleWithPath(const std::string& path, std:
   const pugi::xml_node root = document.child("bundle");
   const auto value = [&](const char* key, std::string& field) {
     field = root.attribute(key).value();
-    if (field.empty() && error.empty())
-      error = file + ": <bundle> without \"" + key + "\"";
+    if (field.empty() && error.empty()) error = file + ": <bundle> without \"" + key + "\"";
     return !field.empty();
   };
   if (!value("identifier", bundle->identifier_) || !value("version", bundle->version_) ||
@@ -62,7 +61,9 @@ NSBundle* NSBundle::bundleForClass(const Class& c) {
   return nullptr;
 }
 
-NSBundle::~NSBundle() { Class::removeFromList(classes_); }
+NSBundle::~NSBundle() {
+  Class::removeFromList(classes_);
+}
 
 bool NSBundle::load(std::string& error) {
   if (!classes_.empty()) return true;
@@ -90,7 +91,9 @@ void NSBundle::loadLinked(BundleClassesFunction classes) {
   Class::addToList(classes_);
 }
 
-std::string NSBundle::resourcePath() const { return path_ + "/Contents/Resources"; }
+std::string NSBundle::resourcePath() const {
+  return path_ + "/Contents/Resources";
+}
 
 const Class* NSBundle::principalClass() const {
   for (const Class* c : classes_)

@@ -24,19 +24,39 @@ struct NSRect {
 
 inline constexpr NSRect NSZeroRect{};
 
-constexpr NSPoint NSMakePoint(float x, float y) { return {x, y}; }
-constexpr NSSize NSMakeSize(float width, float height) { return {width, height}; }
-constexpr NSRect NSMakeRect(float x, float y, float width, float height) { return {{x, y}, {width, height}}; }
+constexpr NSPoint NSMakePoint(float x, float y) {
+  return {x, y};
+}
+constexpr NSSize NSMakeSize(float width, float height) {
+  return {width, height};
+}
+constexpr NSRect NSMakeRect(float x, float y, float width, float height) {
+  return {{x, y}, {width, height}};
+}
 
-constexpr float NSMinX(NSRect r) { return r.origin.x; }
-constexpr float NSMinY(NSRect r) { return r.origin.y; }
-constexpr float NSMaxX(NSRect r) { return r.origin.x + r.size.width; }
-constexpr float NSMaxY(NSRect r) { return r.origin.y + r.size.height; }
-constexpr float NSWidth(NSRect r) { return r.size.width; }
-constexpr float NSHeight(NSRect r) { return r.size.height; }
+constexpr float NSMinX(NSRect r) {
+  return r.origin.x;
+}
+constexpr float NSMinY(NSRect r) {
+  return r.origin.y;
+}
+constexpr float NSMaxX(NSRect r) {
+  return r.origin.x + r.size.width;
+}
+constexpr float NSMaxY(NSRect r) {
+  return r.origin.y + r.size.height;
+}
+constexpr float NSWidth(NSRect r) {
+  return r.size.width;
+}
+constexpr float NSHeight(NSRect r) {
+  return r.size.height;
+}
 
 /// True for rectangles without area, negative sizes included.
-constexpr bool NSIsEmptyRect(NSRect r) { return !(r.size.width > 0 && r.size.height > 0); }
+constexpr bool NSIsEmptyRect(NSRect r) {
+  return !(r.size.width > 0 && r.size.height > 0);
+}
 
 /// Smaller by dx at the left and the right and by dy above and below; the result may be empty.
 constexpr NSRect NSInsetRect(NSRect r, float dx, float dy) {
@@ -65,7 +85,9 @@ constexpr NSRect NSUnionRect(NSRect a, NSRect b) {
   return NSMakeRect(x, y, std::max(NSMaxX(a), NSMaxX(b)) - x, std::max(NSMaxY(a), NSMaxY(b)) - y);
 }
 
-constexpr bool NSIntersectsRect(NSRect a, NSRect b) { return !NSIsEmptyRect(NSIntersectionRect(a, b)); }
+constexpr bool NSIntersectsRect(NSRect a, NSRect b) {
+  return !NSIsEmptyRect(NSIntersectionRect(a, b));
+}
 
 constexpr bool NSContainsRect(NSRect outer, NSRect inner) {
   return !NSIsEmptyRect(inner) && NSMinX(inner) >= NSMinX(outer) && NSMinY(inner) >= NSMinY(outer) &&

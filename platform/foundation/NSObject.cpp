@@ -5,16 +5,22 @@
 
 NSObject::~NSObject() = default;
 
-const Class& NSObject::isa() const { return record(); }
+const Class& NSObject::isa() const {
+  return record();
+}
 
 const Class& NSObject::record() {
   static const Class c = Class::root("NSObject");
   return c;
 }
 
-bool NSObject::isKindOfClass(const Class& ancestor) const { return isa().isSubclassOf(ancestor); }
+bool NSObject::isKindOfClass(const Class& ancestor) const {
+  return isa().isSubclassOf(ancestor);
+}
 
-bool NSObject::respondsToSelector(SEL selector) const { return isa().method(selector) != nullptr; }
+bool NSObject::respondsToSelector(SEL selector) const {
+  return isa().method(selector) != nullptr;
+}
 
 bool NSObject::performSelector(SEL selector) {
   return performSelector_withObject_withObject(selector, nullptr, nullptr);
@@ -32,7 +38,9 @@ bool NSObject::performSelector_withObject_withObject(SEL selector, NSObject* fir
   return false;
 }
 
-bool NSObject::isEqual(const NSObject* other) const { return this == other; }
+bool NSObject::isEqual(const NSObject* other) const {
+  return this == other;
+}
 
 bool NSPerformIfAnswered(NSObject* receiver, SEL selector, NSObject* object) {
   if (!receiver || !receiver->respondsToSelector(selector)) return false;

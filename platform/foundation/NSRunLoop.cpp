@@ -14,7 +14,9 @@
 
 namespace {
 
-unsigned bit(NSRunLoopMode mode) { return 1u << static_cast<unsigned>(mode); }
+unsigned bit(NSRunLoopMode mode) {
+  return 1u << static_cast<unsigned>(mode);
+}
 
 int milliseconds(NSTimeInterval seconds) {
   if (seconds <= 0) return 0;
@@ -30,7 +32,9 @@ NSRunLoop& NSRunLoop::currentRunLoop() {
 
 NSRunLoop::NSRunLoop() : wakeDescriptor_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
 
-NSRunLoop::~NSRunLoop() { close(wakeDescriptor_); }
+NSRunLoop::~NSRunLoop() {
+  close(wakeDescriptor_);
+}
 
 void NSRunLoop::addTimer_forMode(std::shared_ptr<NSTimer> timer, NSRunLoopMode mode) {
   for (TimerEntry& entry : timers_) {
@@ -43,8 +47,8 @@ void NSRunLoop::addTimer_forMode(std::shared_ptr<NSTimer> timer, NSRunLoopMode m
 }
 
 size_t NSRunLoop::timerCount() const {
-  return static_cast<size_t>(
-      std::count_if(timers_.begin(), timers_.end(), [](const auto& entry) { return entry.timer->isValid(); }));
+  return static_cast<size_t>(std::count_if(timers_.begin(), timers_.end(),
+                                           [](const auto& entry) { return entry.timer->isValid(); }));
 }
 
 void NSRunLoop::addDescriptor(int fd, std::function<void()> readable) {
@@ -161,4 +165,6 @@ void NSRunLoop::servePhase(RunLoopObserver::Phase phase) {
   }
 }
 
-bool NSRunLoop::inCurrentMode(const TimerEntry& entry) const { return entry.modes & bit(mode_); }
+bool NSRunLoop::inCurrentMode(const TimerEntry& entry) const {
+  return entry.modes & bit(mode_);
+}

@@ -34,14 +34,17 @@ ParsedNumber numberPrefix(std::string_view text) {
   if (result.ec == std::errc::result_out_of_range) {
     // Too large or too small for a double: as far as the digits go, "huge" and "nothing" are the reading.
     const std::string_view digits(text.data() + at, static_cast<size_t>(result.ptr - (text.data() + at)));
-    const bool tiny = digits.find("e-") != std::string_view::npos || digits.find("E-") != std::string_view::npos;
+    const bool tiny =
+        digits.find("e-") != std::string_view::npos || digits.find("E-") != std::string_view::npos;
     value = tiny ? 0.0 : HUGE_VAL;
   }
   if (text[sign] == '-') value = -value;
   return {value, true, static_cast<size_t>(result.ptr - text.data())};
 }
 
-float floatValue(std::string_view text) { return static_cast<float>(numberPrefix(text).value); }
+float floatValue(std::string_view text) {
+  return static_cast<float>(numberPrefix(text).value);
+}
 
 bool wholeNumberText(std::string_view text, double& value) {
   const ParsedNumber number = numberPrefix(text);

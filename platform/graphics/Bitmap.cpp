@@ -9,8 +9,12 @@
 
 namespace graphics {
 
-void SurfaceDeleter::operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-void CairoDeleter::operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
+void SurfaceDeleter::operator()(cairo_surface_t* surface) const {
+  cairo_surface_destroy(surface);
+}
+void CairoDeleter::operator()(cairo_t* cairo) const {
+  cairo_destroy(cairo);
+}
 
 }  // namespace graphics
 
@@ -24,8 +28,8 @@ int physical(float points, float scale) {
 }  // namespace
 
 Bitmap::Bitmap(NSSize size, float scale)
-    : Bitmap(graphics::SurfacePtr(cairo_image_surface_create(
-                 CAIRO_FORMAT_ARGB32, physical(size.width, scale), physical(size.height, scale))),
+    : Bitmap(graphics::SurfacePtr(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, physical(size.width, scale),
+                                                             physical(size.height, scale))),
              size, scale) {
   if (cairo_surface_status(surface_.get()) != CAIRO_STATUS_SUCCESS)
     throw std::runtime_error("no bitmap of " + std::to_string(size.width) + " x " +
@@ -38,8 +42,7 @@ Bitmap::Bitmap(graphics::SurfacePtr surface, NSSize size, float scale)
 Bitmap Bitmap::fromPng(const std::string& file, float scale) {
   graphics::SurfacePtr png(cairo_image_surface_create_from_png(file.c_str()));
   const cairo_status_t status = cairo_surface_status(png.get());
-  if (status != CAIRO_STATUS_SUCCESS)
-    throw std::runtime_error(file + ": " + cairo_status_to_string(status));
+  if (status != CAIRO_STATUS_SUCCESS) throw std::runtime_error(file + ": " + cairo_status_to_string(status));
   const int width = cairo_image_surface_get_width(png.get());
   const int height = cairo_image_surface_get_height(png.get());
   const NSSize size{static_cast<float>(width) / scale, static_cast<float>(height) / scale};
@@ -53,8 +56,12 @@ Bitmap Bitmap::fromPng(const std::string& file, float scale) {
   return converted;
 }
 
-int Bitmap::physicalWidth() const { return cairo_image_surface_get_width(surface_.get()); }
-int Bitmap::physicalHeight() const { return cairo_image_surface_get_height(surface_.get()); }
+int Bitmap::physicalWidth() const {
+  return cairo_image_surface_get_width(surface_.get());
+}
+int Bitmap::physicalHeight() const {
+  return cairo_image_surface_get_height(surface_.get());
+}
 
 const uint8_t* Bitmap::row(int physicalY) const {
   cairo_surface_flush(surface_.get());

@@ -54,8 +54,8 @@ FT_Library freetype() {
 std::string pathOf(std::string_view name) {
   const size_t dot = name.rfind('.');
   for (const auto& bundle : NSBundle::allBundles()) {
-    std::string path = bundle->pathForResource_ofType("Fonts/" + std::string(name.substr(0, dot)),
-                                                      name.substr(dot + 1));
+    std::string path =
+        bundle->pathForResource_ofType("Fonts/" + std::string(name.substr(0, dot)), name.substr(dot + 1));
     if (!path.empty()) return path;
   }
   return {};
@@ -96,8 +96,8 @@ std::vector<FontFile::Glyph> FontFile::shape(std::string_view text) const {
   float x = 0;
   for (unsigned i = 0; i < count; ++i) {
     const float advance = static_cast<float>(positions[i].x_advance) * em;
-    glyphs.push_back({infos[i].codepoint, x + static_cast<float>(positions[i].x_offset) * em, advance,
-                      infos[i].cluster});
+    glyphs.push_back(
+        {infos[i].codepoint, x + static_cast<float>(positions[i].x_offset) * em, advance, infos[i].cluster});
     x += advance;
   }
   hb_buffer_destroy(buffer);

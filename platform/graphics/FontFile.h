@@ -18,8 +18,8 @@ class FontFile {
 
   struct Glyph {
     unsigned long index;
-    float x;        // from the text's origin, in em
-    float advance;  // in em
+    float x;           // from the text's origin, in em
+    float advance;     // in em
     unsigned cluster;  // byte of the text that it stands for
   };
   /// Shapes UTF-8 text from left to right, with kerning.

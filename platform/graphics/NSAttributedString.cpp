@@ -71,7 +71,7 @@ void NSAttributedString::drawInRect(NSRect rect) const {
   for (const TextLine& line : linesWithin(NSWidth(rect))) {
     if (top <= NSMinY(rect)) break;
     const float spare = NSWidth(rect) - line.width();
-    const float indent = alignment_ == NSRightTextAlignment ? spare
+    const float indent = alignment_ == NSRightTextAlignment    ? spare
                          : alignment_ == NSCenterTextAlignment ? spare / 2
                                                                : 0;
     line.draw(NSMinX(rect) + indent, top - line.ascent());

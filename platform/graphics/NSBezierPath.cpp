@@ -13,7 +13,9 @@ namespace {
 
 constexpr float farthest = 16000;
 
-bool isNumber(NSPoint p) { return !std::isnan(p.x) && !std::isnan(p.y); }
+bool isNumber(NSPoint p) {
+  return !std::isnan(p.x) && !std::isnan(p.y);
+}
 
 NSPoint clamped(NSPoint p) {
   const NSPoint inside{std::clamp(p.x, -farthest, farthest), std::clamp(p.y, -farthest, farthest)};
@@ -23,7 +25,9 @@ NSPoint clamped(NSPoint p) {
 
 }  // namespace
 
-std::shared_ptr<NSBezierPath> NSBezierPath::bezierPath() { return std::make_shared<NSBezierPath>(); }
+std::shared_ptr<NSBezierPath> NSBezierPath::bezierPath() {
+  return std::make_shared<NSBezierPath>();
+}
 
 std::shared_ptr<NSBezierPath> NSBezierPath::bezierPathWithRect(NSRect rect) {
   auto path = bezierPath();
@@ -40,8 +44,9 @@ std::shared_ptr<NSBezierPath> NSBezierPath::bezierPathWithOvalInRect(NSRect rect
   circle->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle({0, 0}, 1, 0, 360);
   circle->closePath();
   const float rx = rect.size.width / 2, ry = rect.size.height / 2;
-  return circle->mapped(
-      [=](NSPoint p) { return NSPoint{rect.origin.x + rx + p.x * rx, rect.origin.y + ry + p.y * ry}; });
+  return circle->mapped([=](NSPoint p) {
+    return NSPoint{rect.origin.x + rx + p.x * rx, rect.origin.y + ry + p.y * ry};
+  });
 }
 
 void NSBezierPath::fillRect(NSRect rect) {
@@ -56,7 +61,9 @@ void NSBezierPath::append(Kind kind, NSPoint a, NSPoint b, NSPoint c) {
   elements_.push_back({kind, {clamped(a), clamped(b), clamped(c)}});
 }
 
-void NSBezierPath::moveToPoint(NSPoint point) { append(Kind::move, point); }
+void NSBezierPath::moveToPoint(NSPoint point) {
+  append(Kind::move, point);
+}
 
 void NSBezierPath::lineToPoint(NSPoint point) {
   append(elements_.empty() ? Kind::move : Kind::line, point);
@@ -99,10 +106,18 @@ void NSBezierPath::replay(cairo_t* cairo) const {
   for (const Element& e : elements_) {
     const NSPoint* p = e.points;
     switch (e.kind) {
-      case Kind::move: cairo_move_to(cairo, p[0].x, p[0].y); break;
-      case Kind::line: cairo_line_to(cairo, p[0].x, p[0].y); break;
-      case Kind::curve: cairo_curve_to(cairo, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y); break;
-      case Kind::close: cairo_close_path(cairo); break;
+      case Kind::move:
+        cairo_move_to(cairo, p[0].x, p[0].y);
+        break;
+      case Kind::line:
+        cairo_line_to(cairo, p[0].x, p[0].y);
+        break;
+      case Kind::curve:
+        cairo_curve_to(cairo, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y);
+        break;
+      case Kind::close:
+        cairo_close_path(cairo);
+        break;
     }
   }
 }

@@ -27,13 +27,13 @@ class NSBezierPath {
   /// clockwise 360 is added to the end while it is less than the start, clockwise subtracted while it is
   /// greater; equal angles are an empty arc; more than 360 degrees are drawn once round.
   void appendBezierPathWithArcWithCenter_radius_startAngle_endAngle_clockwise(NSPoint center, float radius,
-                                                                             float startAngle, float endAngle,
-                                                                             bool clockwise);
+                                                                              float startAngle,
+                                                                              float endAngle, bool clockwise);
   /// Counter-clockwise.
   void appendBezierPathWithArcWithCenter_radius_startAngle_endAngle(NSPoint center, float radius,
-                                                                   float startAngle, float endAngle) {
+                                                                    float startAngle, float endAngle) {
     appendBezierPathWithArcWithCenter_radius_startAngle_endAngle_clockwise(center, radius, startAngle,
-                                                                          endAngle, false);
+                                                                           endAngle, false);
   }
 
   void setLineWidth(float width) { lineWidth_ = width; }

@@ -3,7 +3,9 @@
 #include "Class.h"
 #include "NSGraphicsContext.h"
 
-const Class& NSColor::isa() const { return record(); }
+const Class& NSColor::isa() const {
+  return record();
+}
 
 const Class& NSColor::record() {
   static const Class c = Class::of<NSColor>("NSColor", NSObject::record());
@@ -19,11 +21,21 @@ std::shared_ptr<NSColor> NSColor::colorWithCalibratedRed_green_blue_alpha(float 
   return std::make_shared<NSColor>(red, green, blue, alpha);
 }
 
-std::shared_ptr<NSColor> NSColor::blackColor() { return colorWithCalibratedWhite_alpha(0, 1); }
-std::shared_ptr<NSColor> NSColor::whiteColor() { return colorWithCalibratedWhite_alpha(1, 1); }
-std::shared_ptr<NSColor> NSColor::grayColor() { return colorWithCalibratedWhite_alpha(0.5f, 1); }
-std::shared_ptr<NSColor> NSColor::blueColor() { return colorWithCalibratedRed_green_blue_alpha(0, 0, 1, 1); }
-std::shared_ptr<NSColor> NSColor::clearColor() { return colorWithCalibratedWhite_alpha(0, 0); }
+std::shared_ptr<NSColor> NSColor::blackColor() {
+  return colorWithCalibratedWhite_alpha(0, 1);
+}
+std::shared_ptr<NSColor> NSColor::whiteColor() {
+  return colorWithCalibratedWhite_alpha(1, 1);
+}
+std::shared_ptr<NSColor> NSColor::grayColor() {
+  return colorWithCalibratedWhite_alpha(0.5f, 1);
+}
+std::shared_ptr<NSColor> NSColor::blueColor() {
+  return colorWithCalibratedRed_green_blue_alpha(0, 0, 1, 1);
+}
+std::shared_ptr<NSColor> NSColor::clearColor() {
+  return colorWithCalibratedWhite_alpha(0, 0);
+}
 
 std::shared_ptr<NSColor> NSColor::colorWithAlphaComponent(float alpha) const {
   return std::make_shared<NSColor>(red_, green_, blue_, alpha);

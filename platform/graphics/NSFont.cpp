@@ -23,4 +23,6 @@ std::shared_ptr<NSFont> NSFont::fontWithName_size(std::string_view name, float p
   return std::make_shared<NSFont>(table[0], points);
 }
 
-FontFile* NSFont::file() const { return FontFile::named(entry_.file); }
+FontFile* NSFont::file() const {
+  return FontFile::named(entry_.file);
+}

@@ -26,13 +26,21 @@ NSGraphicsContext::NSGraphicsContext(cairo_surface_t* surface, int physicalHeigh
   theCurrent = this;
 }
 
-NSGraphicsContext::~NSGraphicsContext() { theCurrent = previous_; }
+NSGraphicsContext::~NSGraphicsContext() {
+  theCurrent = previous_;
+}
 
-NSGraphicsContext* NSGraphicsContext::currentContext() { return theCurrent; }
+NSGraphicsContext* NSGraphicsContext::currentContext() {
+  return theCurrent;
+}
 
-float NSGraphicsContext::imageScale() { return theImageScale; }
+float NSGraphicsContext::imageScale() {
+  return theImageScale;
+}
 
-void NSGraphicsContext::setImageScale(float scale) { theImageScale = std::max(scale, 0.1f); }
+void NSGraphicsContext::setImageScale(float scale) {
+  theImageScale = std::max(scale, 0.1f);
+}
 
 void NSGraphicsContext::saveGraphicsState() {
   if (!theCurrent) return;
@@ -58,9 +66,13 @@ void NSGraphicsContext::setColor(const NSColor& color) {
   cairo_set_source_rgba(cairo(), state.red, state.green, state.blue, state.alpha);
 }
 
-void NSGraphicsContext::setShadow(const NSShadow& shadow) { states_.back().shadow = shadow; }
+void NSGraphicsContext::setShadow(const NSShadow& shadow) {
+  states_.back().shadow = shadow;
+}
 
-void NSGraphicsContext::translate(float x, float y) { cairo_translate(cairo(), x, y); }
+void NSGraphicsContext::translate(float x, float y) {
+  cairo_translate(cairo(), x, y);
+}
 
 void NSGraphicsContext::clipToRect(NSRect rect) {
   cairo_new_path(cairo());

@@ -65,7 +65,9 @@ std::shared_ptr<NSImage> NSImage::initByReferencingFile(std::string path) {
   return std::make_shared<NSImage>(std::move(path));
 }
 
-std::shared_ptr<NSImage> NSImage::initWithSize(NSSize size) { return std::make_shared<NSImage>(size); }
+std::shared_ptr<NSImage> NSImage::initWithSize(NSSize size) {
+  return std::make_shared<NSImage>(size);
+}
 
 std::shared_ptr<NSImage> NSImage::imageNamed(std::string_view name) {
   const auto found = registry().find(name);

@@ -55,10 +55,9 @@ void TextLine::draw(float x, float baseline) const {
     if (piece.attributes.shadow) piece.attributes.shadow->set();
     // Glyphs may reach a little beyond their advances and their line.
     const float margin = font.pointSize() / 2;
-    const NSRect extents =
-        NSInsetRect(NSMakeRect(x + piece.x, baseline - font.descender(), piece.width,
-                               font.ascender() + font.descender()),
-                    -margin, -margin);
+    const NSRect extents = NSInsetRect(
+        NSMakeRect(x + piece.x, baseline - font.descender(), piece.width, font.ascender() + font.descender()),
+        -margin, -margin);
     context->draw(extents, [&](cairo_t* cairo) {
       file->show(cairo, piece.glyphs, x + piece.x, baseline, font.drawnSize());
     });

@@ -19,8 +19,10 @@ class Dynamics : public EditorTest {
     EXPECT_FALSE(damage.empty());
     for (const NSRect& rect : damage) {
       bool inside = false;
-      for (const NSView* view : views) inside |= NSContainsRect(NSInsetRect(frameInWindow(*view), -1, -1), rect);
-      EXPECT_TRUE(inside) << NSMinX(rect) << " " << NSMinY(rect) << " " << NSWidth(rect) << " " << NSHeight(rect);
+      for (const NSView* view : views)
+        inside |= NSContainsRect(NSInsetRect(frameInWindow(*view), -1, -1), rect);
+      EXPECT_TRUE(inside) << NSMinX(rect) << " " << NSMinY(rect) << " " << NSWidth(rect) << " "
+                          << NSHeight(rect);
     }
   }
 };
@@ -30,8 +32,9 @@ TEST_F(Dynamics, EachBandsParametersMoveItsOwnKnobAndCurveAlone) {
   const struct {
     UInt32 parameter;
     const char *knob, *graph;
-  } rows[] = {{5, "threshold1", "graphView1"}, {6, "threshold2", "graphView2"}, {8, "threshold4", "graphView4"},
-              {11, "headRoom3", "graphView3"}, {15, "eq1", "graphView1"},        {18, "eq4", "graphView4"}};
+  } rows[] = {{5, "threshold1", "graphView1"}, {6, "threshold2", "graphView2"},
+              {8, "threshold4", "graphView4"}, {11, "headRoom3", "graphView3"},
+              {15, "eq1", "graphView1"},       {18, "eq4", "graphView4"}};
   for (const auto& row : rows) {
     automate(row.parameter, row.parameter < 9 ? -50.0f : 9.0f);
     advance(0.1);
@@ -53,7 +56,9 @@ TEST_F(Dynamics, CrossoverHandlesWriteTheirOwnFrequency) {
   open("mcmp");
   auto& view = outlet<mcmp_CrossoverView>("crossoverView");
   const NSRect plot = view.inBounds();
-  const auto screen = [&](NSPoint inView) { return window->convertBaseToScreen(view.convertPoint_toView(inView, nullptr)); };
+  const auto screen = [&](NSPoint inView) {
+    return window->convertBaseToScreen(view.convertPoint_toView(inView, nullptr));
+  };
   for (UInt32 i = 0; i < 3; ++i) {
     const float before[] = {parameter(2), parameter(3), parameter(4)};
     const NSPoint handle = view.graphPositionForFreq(parameter(2 + i));
@@ -106,7 +111,9 @@ TEST_F(Dynamics, FunnelsLeadFromTheAxisToTheQuarters) {
   const float above[] = {50, 300, 1500, 10000};
   for (int band = 0; band < 4; ++band) {
     EXPECT_EQ(nearest({view.graphPositionForFreq(above[band]).x, NSMaxY(plot) - 12}), band);
-    EXPECT_EQ(nearest({NSMinX(plot) + (static_cast<float>(band) + 0.5f) * NSWidth(plot) / 4 + 3, NSMinY(plot) + 5}), band);
+    EXPECT_EQ(
+        nearest({NSMinX(plot) + (static_cast<float>(band) + 0.5f) * NSWidth(plot) / 4 + 3, NSMinY(plot) + 5}),
+        band);
   }
 }
 
@@ -120,8 +127,9 @@ TEST_F(Dynamics, CurveStandsWhereItsParametersSay) {
   const struct {
     float threshold, headroom, ratio, expThreshold, gain;
     float in, out;  // on the curve
-  } rows[] = {{-20, 5, 1, -120, 0, -33, -33}, {-20, 5, 1, -120, 0, 7, -17.3f},  {-20, 5, 3, -27, 0, -29, -33},
-              {-20, 5, 3, 0, 0, -23, -29},    {10, 40, 1, -120, 0, 26, 26},     {-20, 5, 1, -120, 10, 7, -7.3f}};
+  } rows[] = {{-20, 5, 1, -120, 0, -33, -33}, {-20, 5, 1, -120, 0, 7, -17.3f},
+              {-20, 5, 3, -27, 0, -29, -33},  {-20, 5, 3, 0, 0, -23, -29},
+              {10, 40, 1, -120, 0, 26, 26},   {-20, 5, 1, -120, 10, 7, -7.3f}};
   for (const auto& row : rows) {
     const float values[] = {row.threshold, row.headroom, row.ratio, row.expThreshold};
     for (UInt32 id = 0; id < 4; ++id) automate(id, values[id]);
@@ -145,10 +153,9 @@ class Meter : public Dynamics {
     AudioUnitSetParameter(unit.get(), gainParameter, kAudioUnitScope_Global, 0, value, 0);
     for (int i = 0; i < times; ++i) meter->update();
   }
-  bool filled(float x, float level) {
-    return (colorAt({x, meter->yForValue(level)}) >> 16) < 0xc0;
-  }
-  std::shared_ptr<jxAUCompAmountView> meter = std::make_shared<jxAUCompAmountView>(NSMakeRect(0, 0, 236, 116));
+  bool filled(float x, float level) { return (colorAt({x, meter->yForValue(level)}) >> 16) < 0xc0; }
+  std::shared_ptr<jxAUCompAmountView> meter =
+      std::make_shared<jxAUCompAmountView>(NSMakeRect(0, 0, 236, 116));
 };
 
 TEST_F(Meter, ScrollsFromTheRightAndForgetsTheOldest) {
@@ -205,10 +212,9 @@ class ChangingEffect : public SilentEffect {
 };
 
 TEST_F(Meter, FollowsTheListOfParameters) {
-  unit = openUnit(RegisterComponent({FourCharCode("aufx"), FourCharCode("chng"), FourCharCode("Test")},
-                                    "Test: AUChanging", 1, +[]() -> std::unique_ptr<AUEffectBase> {
-                                      return std::make_unique<ChangingEffect>();
-                                    }));
+  unit = openUnit(RegisterComponent(
+      {FourCharCode("aufx"), FourCharCode("chng"), FourCharCode("Test")}, "Test: AUChanging", 1,
+      +[]() -> std::unique_ptr<AUEffectBase> { return std::make_unique<ChangingEffect>(); }));
   auto& effect = dynamic_cast<ChangingEffect&>(*unit);
   meter->awakeFromNib();
   meter->startWatchingAUparam_numSamples(addressOf(unit, 1000), 4);
@@ -237,7 +243,9 @@ TEST_F(Dynamics, TheZeroLinesAreTheStrongOnes) {
   automate(5, -100);
   automate(15, -20);
   advance(0.1);
-  const auto darkness = [&](NSPoint p) { return 255 - static_cast<int>(colorAt(graph.convertPoint_toView(p, nullptr)) & 255); };
+  const auto darkness = [&](NSPoint p) {
+    return 255 - static_cast<int>(colorAt(graph.convertPoint_toView(p, nullptr)) & 255);
+  };
   const float y0 = graph.pointForIndB_outdB(0, 0).y, y40 = graph.pointForIndB_outdB(0, -40).y;
   const float x0 = graph.pointForIndB_outdB(0, 0).x, x40 = graph.pointForIndB_outdB(-40, 0).x;
   const NSPoint free = graph.pointForIndB_outdB(-90, -10);
@@ -249,7 +257,8 @@ TEST_F(Dynamics, TheZeroLinesAreTheStrongOnes) {
 TEST_F(Dynamics, ATickDrawsTheFourMetersAndNothingElse) {
   open("mcmp");
   std::vector<NSView*> meters;
-  for (const char* name : {"amountView1", "amountView2", "amountView3", "amountView4"}) meters.push_back(&outlet<>(name));
+  for (const char* name : {"amountView1", "amountView2", "amountView3", "amountView4"})
+    meters.push_back(&outlet<>(name));
   // Nothing renders here, so the meters stand at 0 and need no drawing at all.
   advance(0.5);
   EXPECT_TRUE(takeDamage().empty());
@@ -267,7 +276,8 @@ TEST_F(Dynamics, SurvivesAStormOfChangesAndManyLives) {
     std::vector<AudioUnitParameterID> ids(size / sizeof(AudioUnitParameterID));
     AudioUnitGetProperty(unit.get(), kAudioUnitProperty_ParameterList, 0, 0, ids.data(), &size);
     for (int i = 0; i < 700; ++i) {
-      automate(ids[random() % ids.size()], std::ldexp(static_cast<float>(random()) / 4294967296.0f - 0.5f, 17));
+      automate(ids[random() % ids.size()],
+               std::ldexp(static_cast<float>(random()) / 4294967296.0f - 0.5f, 17));
       if (i % 50 == 0) advance(0.06);
     }
     close();

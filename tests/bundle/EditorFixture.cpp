@@ -4,7 +4,9 @@
 
 #include "jxAppleAUGUI_ViewFactory.h"
 
-EditorTest::~EditorTest() { close(); }
+EditorTest::~EditorTest() {
+  close();
+}
 
 void EditorTest::open(const std::string& subtype) {
   OSType code = 0;

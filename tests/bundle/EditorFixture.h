@@ -5,7 +5,8 @@
 #include "BundleFixture.h"
 #include "TestUnit.h"
 
-/// An editor of a live effect, or a single view, in a shown window at (100, 100), used by hand and by its host.
+/// An editor of a live effect, or a single view, in a shown window at (100, 100), used by hand and by its
+/// host.
 class EditorTest : public BundleFixture {
  protected:
   ~EditorTest() override;

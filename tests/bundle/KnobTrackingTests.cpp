@@ -43,8 +43,8 @@ class Tracking : public EditorTest {
   std::shared_ptr<Target> target = std::make_shared<Target>();
 };
 
-/// What the position does in the first ticks after a motion, computed from the rule: half the old velocity and
-/// half the new, in mouse ranges per tenth of a second, to the power 1.5.
+/// What the position does in the first ticks after a motion, computed from the rule: half the old velocity
+/// and half the new, in mouse ranges per tenth of a second, to the power 1.5.
 std::vector<double> expectedSteps(double dx, double dy, double range, int ticks) {
   double vx = 0, vy = 0;
   std::vector<double> steps;
@@ -52,7 +52,8 @@ std::vector<double> expectedSteps(double dx, double dy, double range, int ticks)
     const double scale = 0.05 * 10 * range;
     vx = 0.5 * vx + 0.5 * (i == 0 ? dx : 0) / scale;
     vy = 0.5 * vy + 0.5 * (i == 0 ? dy : 0) / scale;
-    steps.push_back(0.1 * std::copysign(std::pow(std::abs(vx), 1.5), vx) + std::copysign(std::pow(std::abs(vy), 1.5), vy));
+    steps.push_back(0.1 * std::copysign(std::pow(std::abs(vx), 1.5), vx) +
+                    std::copysign(std::pow(std::abs(vy), 1.5), vy));
   }
   return steps;
 }
@@ -62,7 +63,11 @@ TEST_F(Tracking, IntegratesTheMotionOfEachTickAndCoasts) {
     float dx, dy;  // up is positive
     unsigned modifiers;
     double range, counted;  // of the motion
-  } rows[] = {{0, 30, 0, 100, 1}, {0, 30, NSShiftKeyMask, 100, 0.1}, {40, 0, 0, 100, 1}, {0, 12, 0, 40, 1}, {0, 30, 0, 0, 1}};
+  } rows[] = {{0, 30, 0, 100, 1},
+              {0, 30, NSShiftKeyMask, 100, 0.1},
+              {40, 0, 0, 100, 1},
+              {0, 12, 0, 40, 1},
+              {0, 30, 0, 0, 1}};
   for (const auto& row : rows) {
     knob->setDoubleValue(0.1);
     knob->setMouseRange(row.range);
@@ -71,7 +76,8 @@ TEST_F(Tracking, IntegratesTheMotionOfEachTickAndCoasts) {
     display_.moveBy(row.dx / 2, row.dy / 2, row.modifiers);
     EXPECT_EQ(turned(0.1), 0) << "only ticks move the knob";
     double sum = 0;
-    for (const double step : expectedSteps(row.dx * row.counted, row.dy * row.counted, row.range > 0 ? row.range : 100, 4)) {
+    for (const double step :
+         expectedSteps(row.dx * row.counted, row.dy * row.counted, row.range > 0 ? row.range : 100, 4)) {
       advance(0.05);
       sum += step;
       EXPECT_NEAR(turned(0.1), sum, 1e-6) << row.dx << " " << row.dy << " range " << row.range;

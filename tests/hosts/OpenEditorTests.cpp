@@ -219,18 +219,22 @@ TEST_F(OpenEditor, CrossoverHandlesWriteTheirFrequencyAndKeepThePointer) {
   constexpr int y = 75;
   constexpr double plotLeft = 136, plotWidth = 960, octaves = 10.1066;  // 20 to 22050 Hz
   const auto frequency = [](double x) { return 20 * std::exp2((x - plotLeft) / plotWidth * octaves); };
-  const auto at = [](double hertz) { return static_cast<int>(plotLeft + std::log2(hertz / 20) / octaves * plotWidth); };
+  const auto at = [](double hertz) {
+    return static_cast<int>(plotLeft + std::log2(hertz / 20) / octaves * plotWidth);
+  };
   const struct {
     int parameter;
     double from;
     int motion;
     bool fine;
-  } rows[] = {{2, 120, 60, false}, {3, 700, 100, true}, {4, 3000, -80, false}, {3, 735, 616 - at(735), false}};
+  } rows[] = {
+      {2, 120, 60, false}, {3, 700, 100, true}, {4, 3000, -80, false}, {3, 735, 616 - at(735), false}};
   for (const auto& row : rows) {
     const int x = at(row.from);
     hands("mousemove " + std::to_string(left_ + x) + " " + std::to_string(top_ + y) + " mousedown 1");
     if (row.fine) hands("keydown shift");
-    for (int i = 0; i < 4; ++i) hands("mousemove_relative -- " + std::to_string(row.motion * (i + 1) / 4 - row.motion * i / 4) + " 0");
+    for (int i = 0; i < 4; ++i)
+      hands("mousemove_relative -- " + std::to_string(row.motion * (i + 1) / 4 - row.motion * i / 4) + " 0");
     if (row.fine) hands("keyup shift");
     sleepFor(0.2);
     hands("mouseup 1");

@@ -19,7 +19,9 @@ Clock::time_point after(double seconds) {
   return Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
 }
 
-void breathe() { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }
+void breathe() {
+  std::this_thread::sleep_for(std::chrono::milliseconds(5));
+}
 
 void readAll(int fd, std::string& into) {
   char bytes[4096];
@@ -97,7 +99,9 @@ bool ChildProcess::waitForOutput(const std::string& text, double seconds) {
   return output().find(text) != std::string::npos;
 }
 
-void ChildProcess::signal(int number) { kill(process_, number); }
+void ChildProcess::signal(int number) {
+  kill(process_, number);
+}
 
 int ChildProcess::wait(double seconds) {
   for (const auto end = after(seconds); status_ == -1;) {

@@ -17,7 +17,8 @@ class ChildProcess {
 
   void write(const std::string& text);
   void closeInput();
-  /// All output (standard output and error apart) until now, waiting at most `seconds` for `text` to be in it.
+  /// All output (standard output and error apart) until now, waiting at most `seconds` for `text` to be in
+  /// it.
   bool waitForOutput(const std::string& text, double seconds);
   const std::string& output();
   const std::string& errors();

@@ -28,7 +28,8 @@ std::vector<float> tone(double sampleRate) {
 // The generator's raw numbers, since the library's distributions differ from one to the other.
 std::vector<float> noise(double sampleRate, std::mt19937& random) {
   std::vector<float> samples(static_cast<size_t>(std::lround(sampleRate * noiseSeconds)));
-  for (float& sample : samples) sample = static_cast<float>(level * (static_cast<double>(random()) / 2147483648.0 - 1.0));
+  for (float& sample : samples)
+    sample = static_cast<float>(level * (static_cast<double>(random()) / 2147483648.0 - 1.0));
   return samples;
 }
 

@@ -5,7 +5,9 @@
 
 #include "NSGraphicsContext.h"
 
-OffscreenDisplay::OffscreenDisplay(float scale) : scale_(scale) { NSGraphicsContext::setImageScale(scale); }
+OffscreenDisplay::OffscreenDisplay(float scale) : scale_(scale) {
+  NSGraphicsContext::setImageScale(scale);
+}
 
 OffscreenDisplay::~OffscreenDisplay() = default;
 
@@ -16,7 +18,8 @@ std::unique_ptr<DisplayWindow> OffscreenDisplay::openWindow(const DisplayWindowO
 
 void OffscreenDisplay::warpPointer(NSPoint place) {
   const NSSize screen = screens()[0].size;
-  pointer_ = {std::clamp(place.x, 0.0f, screen.width - 1), std::clamp(screen.height - place.y, 1.0f, screen.height)};
+  pointer_ = {std::clamp(place.x, 0.0f, screen.width - 1),
+              std::clamp(screen.height - place.y, 1.0f, screen.height)};
 }
 
 OffscreenWindow* OffscreenDisplay::windowAt(NSPoint place) const {
@@ -110,10 +113,14 @@ OffscreenWindow::~OffscreenWindow() {
   if (display_.pressed_ == this) display_.pressed_ = nullptr;
 }
 
-void OffscreenWindow::show(bool) { shown_ = true; }
+void OffscreenWindow::show(bool) {
+  shown_ = true;
+}
 
 void OffscreenWindow::present(const Bitmap&, std::span<const NSRect> rects) {
   presented_.insert(presented_.end(), rects.begin(), rects.end());
 }
 
-std::vector<NSRect> OffscreenWindow::takePresented() { return std::exchange(presented_, {}); }
+std::vector<NSRect> OffscreenWindow::takePresented() {
+  return std::exchange(presented_, {});
+}
