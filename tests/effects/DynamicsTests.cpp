@@ -118,6 +118,22 @@ TEST(Compressors, ReachAttackAndReleaseInTheirTimes) {
   }
 }
 
+TEST(DynamicsProcessor, OpensInTheAttackAndClosesInTheRelease) {
+  EffectBench bench("dcmp", {.inputs = 1, .outputs = 1});
+  setAll(bench, {{0, 20}, {2, 2}, {3, -20}, {4, 0.01}, {5, 0.1}});
+  Samples input(1, std::vector<float>(88200, 0.01f));  // -40, -20 and again -40 dBFS
+  std::fill_n(input[0].begin() + 44100, 22050, 0.1f);
+  const auto output = bench.render(input, 512)[0];
+  const auto at = [&](double seconds) {
+    const auto i = static_cast<size_t>(seconds * 44100);
+    return 20 * std::log10(input[0][i] / output[i]);
+  };
+  EXPECT_NEAR(at(0.99), 20, 0.1);
+  EXPECT_NEAR(at(1.01), 20 * std::exp(-1), 0.2);
+  EXPECT_NEAR(at(1.49), 0, 0.01);
+  EXPECT_NEAR(at(1.61), 20 * (1 - std::exp(-1)), 0.2);
+}
+
 TEST(Compressors, GiveBothChannelsTheSameGain) {
   for (const char* code : {"dcmp", "mcmp", "lmtr"}) {
     EffectBench bench(code);
@@ -182,7 +198,9 @@ TEST(MultibandCompressor, TakesCrossoversOutOfOrderAsEqual) {
 TEST(Dynamics, RenderBitEquallyInBlocksOfEverySize) {
   for (const char* code : {"dcmp", "mcmp", "lmtr"}) {
     EffectBench bench(code);
-    const auto input = noise(2, 15000, 3.0f);
+    auto input = noise(2, 15000, 3.0f);  // loud, then so quiet that an expander is at work at the end
+    for (auto& channel : input)
+      for (size_t i = 10000; i < channel.size(); ++i) channel[i] *= 1e-5f;
     const auto whole = bench.render(input, 512);
     for (const UInt32 block : {1u, 7u, 64u}) {
       bench.reset();
@@ -212,12 +230,19 @@ TEST(Dynamics, ChangeWithoutAClick) {
                                {"lmtr", 1, 0.001f},
                                {"lmtr", 2, 20}}) {
     EffectBench bench(change.code);
-    const auto input = sine(100, -12, 44100);  // of 100 whole periods
-    bench.render(input, 512);
+    const auto whole = sine(100, -12, 44100);
+    const auto crest = static_cast<std::ptrdiff_t>(22160);  // where a step of the gain shows at its largest
+    Samples before, after;
+    for (const auto& channel : whole) {
+      before.emplace_back(channel.begin(), channel.begin() + crest);
+      after.emplace_back(channel.begin() + crest, channel.end());
+    }
+    auto output = bench.render(before, 512)[0];
     bench.set(change.id, change.value);
-    const auto output = bench.render(input, 512)[0];
+    const auto changed = bench.render(after, 512)[0];
+    output.insert(output.end(), changed.begin(), changed.end());
     double bend = 0;  // a step of one per cent of full scale bends by as much
-    for (size_t i = 2; i < output.size(); ++i)
+    for (size_t i = 20000; i < output.size(); ++i)
       bend = std::max<double>(bend, std::fabs(output[i] - 2 * output[i - 1] + output[i - 2]));
     EXPECT_LT(bend, 0.002) << change.code << " " << change.id;
   }
