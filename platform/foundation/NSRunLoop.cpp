@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 
 #include "NSException.h"
 #include "NSTimer.h"
@@ -33,6 +34,8 @@ NSRunLoop& NSRunLoop::currentRunLoop() {
 NSRunLoop::NSRunLoop() : wakeDescriptor_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
 
 NSRunLoop::~NSRunLoop() {
+  // A timer and its target often hold each other: ending it lets both go.
+  for (const TimerEntry& entry : std::exchange(timers_, {})) entry.timer->invalidate();
   close(wakeDescriptor_);
 }
 

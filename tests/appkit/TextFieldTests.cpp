@@ -190,6 +190,7 @@ TEST_F(TextField, EditsAsTheKeysSay) {
   play("<C-a><C-v>");
   EXPECT_EQ(a->stringValue(), "123");
   EXPECT_EQ(a->floatValue(), 123);
+  play("<esc>");
 }
 
 TEST_F(TextField, TheMouseSelects) {

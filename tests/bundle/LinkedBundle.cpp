@@ -25,6 +25,7 @@ class LinkedBundle : public testing::Environment {
     if (!bundle_) throw std::runtime_error(error);
     bundle_->loadLinked(&TovinBundleClasses);
   }
+  void TearDown() override { bundle_.reset(); }
 
  private:
   std::shared_ptr<NSBundle> bundle_;

@@ -244,6 +244,7 @@ TEST(Dynamics, ChangeWithoutAClick) {
     double bend = 0;  // a step of one per cent of full scale bends by as much
     for (size_t i = 20000; i < output.size(); ++i)
       bend = std::max<double>(bend, std::fabs(output[i] - 2 * output[i - 1] + output[i - 2]));
-    EXPECT_LT(bend, 0.002) << change.code << " " << change.id;
+    // A limiter that is driven by 20 dB more reduces at its attack's pace, which bends a little more.
+    EXPECT_LT(bend, 0.004) << change.code << " " << change.id;
   }
 }
