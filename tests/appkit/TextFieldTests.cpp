@@ -253,6 +253,15 @@ TEST_F(TextField, LosingTheKeyboardOrItsPlaceEndsEditing) {
   EXPECT_EQ(window->firstResponder(), nullptr);
 }
 
+TEST_F(TextField, EscapeInTheMiddleOfASelectingPressEndsEditing) {
+  pressAt(20, 18);
+  display.moveBy(5, 0);
+  play("<esc>");
+  EXPECT_EQ(editing(), "");
+  display.release();
+  EXPECT_TRUE(listener.log.empty());
+}
+
 TEST_F(TextField, TheInitialFirstResponderCanBeEditedAgainAfterReturn) {
   window->setInitialFirstResponder(a.get());
   pressAt(20, 18);
