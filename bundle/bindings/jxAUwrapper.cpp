@@ -34,7 +34,7 @@ std::string jxAUwrapper::auName() const {
   HUnlock(handle.get());
 
   if (const size_t colon = name.find(':'); colon != std::string::npos) name.erase(0, colon + 1);
-  if (name.starts_with(" AU")) name.replace(0, 3, " ");
+  if (name.starts_with(" AU")) name.erase(1, 2);
   return foundation::utf8FromMacRoman(name);
 }
 
