@@ -120,28 +120,3 @@ TEST_F(Events, AnExceptionInACallbackIsLoggedAndTheGestureGoesOn) {
   EXPECT_EQ(lines.count("a broken promise"), 1);
   EXPECT_EQ(taken(), (Lines{"down a 15 15", "up a 15 15"}));
 }
-
-TEST_F(Events, KeysGoToTheContentWhenNobodyIsFirstResponder) {
-  display.type("xä", NSShiftKeyMask);
-  EXPECT_EQ(taken(), (Lines{"key root x", "key root ä"}));
-}
-
-TEST_F(Events, ThePointersHidingNests) {
-  const std::pair<void (*)(), bool> steps[] = {{NSCursor::unhide, false}, {NSCursor::hide, true},
-                                               {NSCursor::hide, true},    {NSCursor::unhide, true},
-                                               {NSCursor::unhide, false}, {NSCursor::unhide, false},
-                                               {NSCursor::hide, true},    {NSCursor::unhide, false}};
-  for (const auto& [step, hidden] : steps) {
-    step();
-    EXPECT_EQ(display.isPointerHidden(), hidden);
-  }
-  // Hidden, it moves on beyond the edge of the screen; a warp puts it back and is no motion.
-  pressAt(15, 15);
-  NSCursor::hide();
-  display.moveBy(-500, 0);
-  CGWarpMouseCursorPosition({115, 1200 - 115});
-  display.moveBy(1, 0);
-  NSCursor::unhide();
-  display.release();
-  EXPECT_EQ(taken(), (Lines{"down root 15 15", "drag root -500 0", "drag root 1 0", "up root 16 15"}));
-}

@@ -225,19 +225,6 @@ TEST_F(TextField, TheMouseSelects) {
   }
 }
 
-TEST_F(TextField, AFieldThatNeverTypesPassesThePressOn) {
-  a->setEditable(false);
-  a->setSelectable(false);
-  taken();
-  pressAt(20, 18);
-  display.moveBy(1, 0);
-  display.release();
-  EXPECT_EQ(taken(), (Lines{"down root 20 18", "drag root 1 0", "up root 21 18"}));
-  pressAt(80, 18);
-  play("<tab><tab>");  // and is no stop of Tab
-  EXPECT_EQ(editing(), "b");
-}
-
 TEST_F(TextField, LosingTheKeyboardOrItsPlaceEndsEditing) {
   pressAt(20, 18);
   display.release();

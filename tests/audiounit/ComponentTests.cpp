@@ -11,12 +11,6 @@ namespace {
 std::unique_ptr<AUEffectBase> makeEffect() {
   return std::make_unique<TestEffect>();
 }
-std::unique_ptr<AUEffectBase> makeNothing() {
-  return nullptr;
-}
-std::unique_ptr<AUEffectBase> makeFailure() {
-  throw std::runtime_error("no memory");
-}
 
 ComponentDescription described(const char (&subtype)[5], const char (&maker)[5], UInt32 flags = 0) {
   return {FourCharCode("tst1"), FourCharCode(subtype), FourCharCode(maker), flags, 0};
@@ -92,27 +86,4 @@ TEST(Components, AnInstanceAnswersLikeItsComponentAndNullDoesNot) {
   DisposeHandle(name);
   EXPECT_EQ(GetComponentVersion(nullptr), 0);
   EXPECT_EQ(CloseComponent(nullptr), paramErr);
-}
-
-TEST(Components, AFactoryThatFailsGivesAnErrorAndNoInstance) {
-  const auto before = NSSetLogSink([](std::string_view) {});
-  for (const ComponentFactory factory : {makeNothing, makeFailure}) {
-    ComponentInstance instance = nullptr;
-    EXPECT_NE(OpenAComponent(RegisterComponent(other("fail"), "", 1, factory), &instance), noErr);
-    EXPECT_EQ(instance, nullptr);
-  }
-  NSSetLogSink(before);
-}
-
-TEST(Handles, KeepWhatFitsWhenTheyAreResized) {
-  const Handle handle = NewHandle(2);
-  (*handle)[0] = 'a';
-  (*handle)[1] = 'b';
-  SetHandleSize(handle, 5000);
-  EXPECT_EQ((*handle)[1], 'b');
-  EXPECT_EQ((*handle)[4999], 0);
-  SetHandleSize(handle, 1);
-  EXPECT_EQ((*handle)[0], 'a');
-  DisposeHandle(handle);
-  DisposeHandle(nullptr);
 }

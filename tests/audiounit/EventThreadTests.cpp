@@ -106,27 +106,3 @@ TEST(EventThreads, ChangesFromOtherThreadsArriveOnTheLoopsThreadUpToTheLast) {
   EXPECT_EQ(heard.strays, 0);
   EXPECT_EQ(heard.last, (std::map<UInt32, float>{{0, 2}, {5, 30}, {7, 30}}));  // the first one's limit is 2
 }
-
-TEST(EventThreads, AChangeWakesAWaitingLoop) {
-  NSRunLoop loop;
-  const Unit unit = openTestEffect();
-  AUEventListenerRef listener = nullptr;
-  ASSERT_EQ(AUEventListenerCreate([](void* data, void*, const AudioUnitEvent*, UInt64,
-                                     Float32) { static_cast<NSRunLoop*>(data)->stop(); },
-                                  &loop, &loop, NSDefaultRunLoopMode, 0.05, 0.05, &listener),
-            noErr);
-  const AudioUnitParameter parameter{unit.get(), 0, 0, 0};
-  const auto event = AudioUnitEvent::parameterChange(parameter);
-  AUEventListenerAddEventType(listener, &loop, &event);
-  for (int wait = 0; wait < 20; ++wait) {
-    std::thread changer([&] {
-      if (wait % 2) std::this_thread::sleep_for(std::chrono::milliseconds(2));
-      AUParameterSet(nullptr, nullptr, &parameter, 1, 0);
-    });
-    const NSTimeInterval start = NSDate::timeIntervalSinceReferenceDate();
-    loop.run(start + 30);
-    EXPECT_LT(NSDate::timeIntervalSinceReferenceDate(), start + 10);
-    changer.join();
-  }
-  AUListenerDispose(listener);
-}

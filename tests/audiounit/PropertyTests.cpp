@@ -76,53 +76,6 @@ TEST(Properties, ATooSmallBufferIsAnErrorAndStaysAsItWas) {
   EXPECT_EQ(size, sizeof info);
 }
 
-TEST(Properties, TheListNamesEveryParameterInOrderAndOtherScopesHaveNone) {
-  const Unit unit = openTestEffect();
-  UInt32 size = 0;
-  Boolean writable = true;
-  ASSERT_EQ(AudioUnitGetPropertyInfo(unit.get(), 3, 0, 0, &size, &writable), noErr);
-  EXPECT_FALSE(writable);
-  std::vector<UInt32> ids(size / 4);
-  ASSERT_EQ(AudioUnitGetProperty(unit.get(), 3, 0, 0, ids.data(), &size), noErr);
-  EXPECT_EQ(ids, (std::vector<UInt32>{0, 1, 5, 7, 1000}));
-  EXPECT_EQ(AudioUnitGetPropertyInfo(unit.get(), 3, 1, 0, &size, nullptr), noErr);
-  EXPECT_EQ(size, 0u);
-}
-
-TEST(Properties, ADescriptionsNameBelongsToWhomItsFlagsSay) {
-  const Unit unit = openTestEffect();
-  const auto gain = getProperty<AudioUnitParameterInfo>(unit, 4, 0, 0);
-  EXPECT_STREQ(gain.name, "gain");
-  EXPECT_EQ(CFStringGetText(gain.cfNameString), "gain");
-
-  const auto plain = getProperty<AudioUnitParameterInfo>(unit, 4, 0, 5);
-  EXPECT_STREQ(plain.name,
-               "gr\x9A\xA7"
-               "e");
-  EXPECT_EQ(plain.cfNameString, nullptr);
-
-  // Released once for each reading; one release too many would show under the address sanitizer.
-  for (int reading = 0; reading < 3; ++reading)
-    EXPECT_EQ(take(getProperty<AudioUnitParameterInfo>(unit, 4, 0, 7).cfNameString), "given away");
-}
-
-TEST(Properties, ValuesHaveTexts) {
-  const Unit unit = openTestEffect();
-  EXPECT_EQ(take(getProperty<CFArrayRef>(unit, 16, 0, 1)), (std::vector<std::string>{"soft", "hard"}));
-  const auto text = [&](AudioUnitParameterID id, const float* value) {
-    AudioUnitParameterStringFromValue request{id, value, nullptr};
-    UInt32 size = sizeof request;
-    EXPECT_EQ(AudioUnitGetProperty(unit.get(), 33, 0, id, &request, &size), noErr);
-    return take(request.outString);
-  };
-  const float one = 1;
-  const float half = -6.5f;
-  EXPECT_EQ(text(1, &one), "hard");
-  EXPECT_EQ(text(7, &half), "-6.5 dB");
-  EXPECT_EQ(text(1, &half), "-6.5");
-  EXPECT_EQ(text(5, nullptr), "1000 Hz");
-}
-
 TEST(Properties, FormatsAreSetBeforeInitialisationOnly) {
   const Unit unit = openTestEffect();
   EXPECT_EQ(setGlobal(unit, 2, 499.0), kAudioUnitErr_InvalidPropertyValue);
@@ -147,27 +100,6 @@ TEST(Properties, FormatsAreSetBeforeInitialisationOnly) {
   AudioUnitUninitialize(unit.get());
   EXPECT_EQ(setGlobal(unit, 14, UInt32{512}), noErr);
   EXPECT_EQ(setGlobal(unit, 12, 1.0), kAudioUnitErr_PropertyNotWritable);
-}
-
-TEST(Properties, ChannelsThatTheEffectDoesNotKnowFailToInitialise) {
-  auto stereo = mono;
-  stereo.mChannelsPerFrame = 2;
-  const struct {
-    AudioStreamBasicDescription in, out;
-    OSStatus status;
-  } rows[] = {{mono, mono, noErr},
-              {mono, stereo, noErr},
-              {stereo, stereo, noErr},
-              {stereo, mono, kAudioUnitErr_FormatNotSupported}};
-  for (const auto& row : rows) {
-    const Unit unit = openTestEffect();
-    setGlobal(unit, 8, row.in, 1);
-    setGlobal(unit, 8, row.out, 2);
-    EXPECT_EQ(AudioUnitInitialize(unit.get()), row.status) << &row - rows;
-  }
-  const Unit unit = openTestEffect();  // 44100 at the output still
-  setGlobal(unit, 8, mono, 1);
-  EXPECT_EQ(AudioUnitInitialize(unit.get()), kAudioUnitErr_FormatNotSupported);
 }
 
 TEST(Parameters, AreClampedAndRefuseWhatIsNoValue) {

@@ -87,22 +87,6 @@ TEST_F(Rendering, InputAndBothOutputsMayBeOneMemory) {
   EXPECT_EQ(one, std::vector<float>(16, 4.0f));
 }
 
-TEST_F(Rendering, MonoToStereoFillsBothOutputs) {
-  AudioStreamBasicDescription mono{44100, kAudioFormatLinearPCM, 41, 4, 1, 4, 1, 32, 0};
-  setGlobal(unit, 8, mono, 1);
-  ASSERT_EQ(AudioUnitInitialize(unit.get()), noErr);
-  UInt32 inputs = 0;
-  supply = [&](AudioBufferList& data, UInt32 frames) {
-    inputs = data.mNumberBuffers;
-    std::fill_n(static_cast<float*>(data.mBuffers[0].mData), frames, 3.0f);
-    return noErr;
-  };
-  ASSERT_EQ(render(8, left.data(), right.data()), noErr);
-  EXPECT_EQ(inputs, 1u);
-  EXPECT_EQ(left[7], 3);
-  EXPECT_EQ(right[7], 3);
-}
-
 TEST_F(Rendering, ReplacesWhatIsNoSound) {
   ASSERT_EQ(AudioUnitInitialize(unit.get()), noErr);
   const float faults[] = {std::nanf(""), std::numeric_limits<float>::infinity(),

@@ -107,14 +107,6 @@ TEST_F(BindingTests, textIsTheEffectsOwnOrANumber) {
   }
 }
 
-TEST_F(BindingTests, onlyAnIndexedParameterHasNames) {
-  EXPECT_EQ(bind(modeParameter)->parameterValueStrings(), (Lines{"soft", "hard", "off"}));
-  EXPECT_EQ(bind(gainParameter)->parameterValueStrings(), std::nullopt);
-  const AUParameterRow nameless{0, "p", kAudioUnitParameterUnit_Indexed, 0, 3, 0};
-  SilentEffect effect(std::span(&nameless, 1));
-  EXPECT_EQ(jxAUParam({&effect, 0, 0, 0}, target_.get(), changed).parameterValueStrings(), std::nullopt);
-}
-
 TEST_F(BindingTests, theNameIsReleasedExactlyWhenItIsOurs) {
   // A second round reads what the first one should not have released; the sanitizer sees the rest.
   for (int round = 0; round < 2; ++round) {
@@ -177,19 +169,6 @@ TEST_F(BindingTests, aDestroyedBindingHearsNothingThatWaited) {
   param.reset();
   advance(0.2);
   EXPECT_EQ(target_->take(), Lines{});
-}
-
-TEST_F(BindingTests, nothingIsDeliveredWhileAMenuIsOpen) {
-  const auto param = bind(gainParameter);
-  NSRunLoop& loop = NSRunLoop::currentRunLoop();
-  loop.setCurrentMode(NSEventTrackingRunLoopMode);
-  hostSets(unit_, gainParameter, 3);
-  hostSets(unit_, gainParameter, 4);
-  advance(0.2);
-  EXPECT_EQ(target_->take(), Lines{});
-  loop.setCurrentMode(NSDefaultRunLoopMode);
-  advance(0.05);
-  EXPECT_EQ(target_->take(), Lines{"valueChanged:"});
 }
 
 }  // namespace

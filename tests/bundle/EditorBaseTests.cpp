@@ -62,28 +62,4 @@ TEST_F(EditorBaseTests, idleComesWhileTheWindowShowsAnEffect) {
   EXPECT_TRUE(watched.expired()) << "nothing holds the editor any more";
 }
 
-TEST_F(EditorBaseTests, theBottomLineNeedsAnEffect) {
-  NSImageView ground(editor_->frame());
-  ground.setImage(editor_->image());
-  const Bitmap bare = drawn(ground);
-  const NSRect strip = NSMakeRect(0, 0, 420, 30);
-  EXPECT_EQ(at(bare, 210, 100)[3], 255) << "there is a background";
-  EXPECT_EQ(differences(bare, drawn(*editor_), strip), 0);
-  EXPECT_GT(differences(bare, drawn(*editor_), NSMakeRect(0, 30, 420, 2)), 400) << "the separator";
-
-  editor_->setAU(jxAUwrapper::wrapperWithAU(unit_.get()));
-  const Bitmap line = drawn(*editor_);
-  EXPECT_GT(differences(bare, line, NSMakeRect(380, 0, 33, 30)), 50) << "aligned to 8 points from the right";
-  EXPECT_EQ(differences(bare, line, NSMakeRect(417, 0, 3, 30)), 0);
-  EXPECT_EQ(differences(bare, line, NSMakeRect(0, 0, 200, 30)), 0);
-
-  Bitmap part({420, 158}, 1);  // damage above the line alone draws the same as a whole drawing there
-  {
-    const NSGraphicsContext context(part);
-    editor_->displayRect(editor_->bounds());
-    editor_->displayRect(NSMakeRect(0, 28, 420, 4));
-  }
-  EXPECT_EQ(differences(part, line, strip), 0);
-}
-
 }  // namespace

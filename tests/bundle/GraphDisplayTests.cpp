@@ -105,27 +105,6 @@ TEST_F(GraphDisplayTests, aLineIsRefusedAgainAfterARebuildAndTheDirectionsDoNotC
   EXPECT_FALSE(add(*graph, false, 100));
 }
 
-TEST_F(GraphDisplayTests, thePlotKeepsRoomForUnits) {
-  const struct {
-    bool x, y;
-    NSRect plot;
-  } rows[] = {{true, true, NSMakeRect(28, 8, 264, 179)},
-              {false, true, NSMakeRect(28, 8, 264, 184)},
-              {true, false, NSMakeRect(8, 8, 284, 179)},
-              {false, false, NSMakeRect(8, 8, 284, 184)}};
-  const auto graph = make();
-  EXPECT_EQ(graph->inBounds(), rows[0].plot);
-  for (const auto& row : rows) {
-    graph->setUseXUnits_yUnits(row.x, row.y);
-    EXPECT_EQ(graph->inBounds(), row.plot);
-    jxAUGraphDisplay fresh(NSMakeRect(0, 0, 300, 200));
-    fresh.setUseXUnits_yUnits(row.x, row.y);
-    const Bitmap picture = drawn(fresh);
-    EXPECT_EQ(at(picture, 8, 100)[3] > 0, !row.y) << "the panel begins at 20 beside labels";
-    EXPECT_EQ(at(picture, 150, 197)[3] > 0, !row.x) << "the panel ends 5 points below labels";
-  }
-}
-
 class FloodedGraph : public jxAUGraphDisplay {
  public:
   using jxAUGraphDisplay::jxAUGraphDisplay;

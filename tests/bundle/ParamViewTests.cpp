@@ -22,31 +22,6 @@ class ParamViewTests : public BundleFixture {
   Unit unit_ = openTestUnit();
 };
 
-TEST_F(ParamViewTests, whatTheKnobIsBuiltFrom) {
-  const struct {
-    AudioUnitParameterID id;
-    const char *name, *unit, *min, *max;
-    float set;
-    const char* value;
-    bool logarithmic, panStyle;
-  } rows[] = {
-      {gainParameter, "gain", "", "0", "10", 2.5f, "2.5", false, false},
-      {freqParameter, "größe", "Hz", "20", "20000", 632.5f, "632.5", true, false},
-      {framesParameter, "frames", "smp", "0", "44100", 441, "441", false, false},
-      {givenParameter, "given away", "dB", "-12", "12", -3, "-3", false, true},
-      {textParameter, "text", "ms", "0", "1000", 7, "7", false, false},
-  };
-  for (const auto& row : rows) {
-    hostSets(unit_, row.id, row.set);
-    const auto view = hooked(row.id);
-    EXPECT_EQ(Lines({text(*view, 0), text(*view, 1), text(*view, 2), text(*view, 3), text(*view, 4)}),
-              Lines({row.name, row.unit, row.min, row.max, row.value}));
-    EXPECT_EQ(knobOf(*view).logarithmic(), row.logarithmic);
-    EXPECT_EQ(knobOf(*view).panStyle(), row.panStyle);
-    EXPECT_FLOAT_EQ(knobOf(*view).floatValue(), row.set);
-  }
-}
-
 TEST_F(ParamViewTests, anEditorsChoicesAreInForce) {
   const auto view = make();
   view->setCustomName("level");
@@ -99,28 +74,6 @@ TEST_F(ParamViewTests, twoViewsOfOneParameterFollowEachOther) {
   EXPECT_GT(valueOf(unit_, gainParameter), 2);
   EXPECT_NEAR(knobOf(*second).floatValue(), valueOf(unit_, gainParameter), 1e-5);
   EXPECT_EQ(text(*second, 4), text(*first, 4));
-}
-
-TEST_F(ParamViewTests, aHostsChangeTurnsTheKnobAndDrawsLittle) {
-  const auto view = hooked(textParameter);
-  const auto window = showInside({600, 300}, view);
-  advance(1);
-  OffscreenWindow& shown = *display_.windows().front();
-  shown.takePresented();
-  hostSets(unit_, textParameter, 600);
-  advance(0.05);
-  EXPECT_EQ(knobOf(*view).floatValue(), 600);
-  EXPECT_EQ(text(*view, 4), "600") << "the number, not the effect's own text";
-  const NSView& knob = knobOf(*view);
-  const NSView& field = *all<NSTextField>(*view)[4];
-  std::vector<NSRect> presented = shown.takePresented();
-  EXPECT_EQ(presented.size(), 2u);
-  for (const NSRect rect : presented) {
-    const auto inside = [&](const NSView& v) {
-      return NSContainsRect(NSInsetRect(v.convertRect_toView(v.bounds(), nullptr), -1, -1), rect);
-    };
-    EXPECT_TRUE(inside(knob) || inside(field)) << NSWidth(rect) << " x " << NSHeight(rect);
-  }
 }
 
 TEST_F(ParamViewTests, theDelegateHearsGesturesOfTheView) {

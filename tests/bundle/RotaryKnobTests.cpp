@@ -57,25 +57,6 @@ TEST_F(RotaryKnobTests, valueAndPosition) {
   }
 }
 
-TEST_F(RotaryKnobTests, nothingToShowAsksForNoDrawing) {
-  const auto k = knob(0, 100);
-  k->setDoubleValue(30);
-  const auto window = showInside({100, 100}, k);
-  OffscreenWindow& shown = *display_.windows().front();
-  const struct {
-    double set;
-    bool draws;
-    double value;
-  } rows[] = {{30, false, 30}, {nan, false, 30}, {31, true, 31}, {400, true, 100}, {500, false, 100}};
-  for (const auto& row : rows) {
-    shown.takePresented();
-    k->setDoubleValue(row.set);
-    advance(0.01);
-    EXPECT_EQ(!shown.takePresented().empty(), row.draws) << row.set;
-    EXPECT_EQ(k->doubleValue(), row.value) << row.set;
-  }
-}
-
 TEST_F(RotaryKnobTests, rangeIsGuardedAndItsChangeMovesTheValueNotThePosition) {
   const struct {
     bool logarithmic, setsMax;
@@ -131,35 +112,6 @@ TEST_F(RotaryKnobTests, wedge) {
         EXPECT_NEAR(probe(19.5)[3] == 255 ? probe(19.5)[2] : 0, onSweep ? 111 : 0, 3) << angle;
       }
       EXPECT_EQ(filled, row.filled) << (row.panStyle ? "pan " : "") << row.position << " at scale " << scale;
-    }
-  }
-}
-
-TEST_F(RotaryKnobTests, ticksStandEvenlyOrAtTheEnds) {
-  const struct {
-    int count;
-    bool endpoints;
-    int inkAt[5];  // at positions 0, 1/4, 1/2, 3/4, 1
-  } rows[] = {{0, false, {}},
-              {1, false, {0, 0, 1, 0, 0}},
-              {2, false, {1, 0, 0, 0, 1}},
-              {3, false, {1, 0, 1, 0, 1}},
-              {5, false, {1, 1, 1, 1, 1}},
-              {5, true, {1, 0, 0, 0, 1}}};
-  for (const auto& row : rows) {
-    const auto k = knob(0, 1);
-    k->setNumberOfTickMarks(row.count);
-    k->showEndpoints(row.endpoints);
-    Bitmap picture({41, 41}, 4);
-    {
-      const NSGraphicsContext context(picture);
-      k->showTicks();
-    }
-    for (int i = 0; i < 5; ++i) {
-      const double radians = (225 - 67.5 * i) * std::numbers::pi / 180;
-      const Rgba pixel = at(picture, static_cast<float>(20.5 + 14 * std::cos(radians)),
-                            static_cast<float>(20.5 + 14 * std::sin(radians)));
-      EXPECT_EQ(pixel[3] > 128, row.inkAt[i] == 1) << row.count << " ticks, number " << i;
     }
   }
 }

@@ -59,38 +59,6 @@ TEST_F(SampleDelayEditorTests, everyTextIsInsideItsField) {
   }
 }
 
-TEST_F(SampleDelayEditorTests, draggingTurnsTheEffect) {
-  hostSets(unit_, 0, 22050);
-  advance(0.1);
-  EXPECT_EQ(knob().floatValue(), 22050);
-  press(knob());
-  display_.moveBy(0, 10);
-  // Velocity 0.1, then halved: steps of its power of 1.5 of the range, each from a whole number of frames.
-  float expected = 22050;
-  for (const double step : {0.0316227766, 0.0111803399, 0.00395284708, 0.00139754249}) {
-    advance(0.05);
-    expected = std::round(expected + static_cast<float>(44100 * step));
-    EXPECT_NEAR(valueOf(unit_, 0), expected, 1) << step;
-    expected = valueOf(unit_, 0);
-    EXPECT_EQ(expected, std::round(expected));
-  }
-  display_.release();
-  advance(0.1);
-  EXPECT_EQ(field().stringValue(), std::to_string(static_cast<int>(valueOf(unit_, 0))));
-  press(knob(), NSAlternateKeyMask);
-  display_.release();
-  EXPECT_EQ(valueOf(unit_, 0), 0) << "its default";
-}
-
-TEST_F(SampleDelayEditorTests, typingReachesTheEffect) {
-  press(field());
-  display_.release();
-  display_.type("441");
-  display_.key(NSKey::enter);
-  EXPECT_EQ(valueOf(unit_, 0), 441);
-  EXPECT_EQ(knob().floatValue(), 441);
-}
-
 TEST_F(SampleDelayEditorTests, automationDrawsTheKnobAndItsFieldAlone) {
   advance(1);
   OffscreenWindow& shown = *display_.windows().front();

@@ -30,14 +30,6 @@ TEST_F(UtilityTests, numbersAreCutToSixCharactersAndLoseTheirTrailingZeros) {
     EXPECT_EQ(stringWithNiceFloatValue_digits(row.value, 6), row.text) << row.value;
 }
 
-TEST_F(UtilityTests, paletteColourIgnoresItsTopByte) {
-  const auto color = vellColor_alpha(0x12FF8001, 0.5f);
-  EXPECT_EQ(color->redComponent(), 1);
-  EXPECT_EQ(color->greenComponent(), 128.0f / 255);
-  EXPECT_EQ(color->blueComponent(), 1.0f / 255);
-  EXPECT_EQ(color->alphaComponent(), 0.5f);
-}
-
 TEST_F(UtilityTests, ninePiecesKeepTheirCornersAndLimitThemByTheTarget) {
   // Red grows by 4 a column, green by 4 a row: every pixel tells where it came from.
   const auto image = NSImage::initWithSize({60, 60});

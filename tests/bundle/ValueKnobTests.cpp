@@ -121,29 +121,4 @@ TEST_F(ValueKnobTests, aSymmetricRangeHasItsWedgeFromTheTop) {
   }
 }
 
-TEST_F(ValueKnobTests, labelsAndFaceStandInTheirPlaces) {
-  const auto view = make(-0.5f, 123.456f, 20);
-  const struct {
-    NSRect frame;
-    const char* text;
-  } rows[] = {{NSMakeRect(0, 61, 92, 14), "name"},
-              {NSMakeRect(32, 16, 28, 15), "ms"},
-              {NSMakeRect(0, 18, 32.5f, 10), "-0.5"},
-              {NSMakeRect(59.5f, 18, 30.5f, 10), "123.45"},
-              {NSMakeRect(25, 2, 42, 11), "20"}};
-  const auto fields = all<NSTextField>(*view);
-  ASSERT_EQ(fields.size(), std::size(rows));
-  for (size_t i = 0; i < fields.size(); ++i) {
-    EXPECT_EQ(fields[i]->frame(), rows[i].frame) << i;
-    EXPECT_EQ(fields[i]->stringValue(), rows[i].text);
-    EXPECT_EQ(fields[i]->acceptsTyping(), i == 4);
-  }
-  EXPECT_EQ(knobOf(*view).frame(), NSMakeRect(25.5f, 21, 41, 41));
-  knobOf(*view).setHidden(true);
-  const Bitmap face = drawn(*view);
-  EXPECT_EQ(at(face, 46, 58), (Rgba{255, 255, 255, 255})) << "white within 18.5 of the centre";
-  EXPECT_NE(at(face, 46, 61), (Rgba{255, 255, 255, 255}));
-  EXPECT_NE(at(face, 46, 27), (Rgba{255, 255, 255, 255})) << "open at the bottom";
-}
-
 }  // namespace

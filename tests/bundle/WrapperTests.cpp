@@ -38,16 +38,6 @@ TEST_F(WrapperTests, nameIsWithoutMakerAndPrefix) {
   }
 }
 
-TEST_F(WrapperTests, versionIsKeptOnceItIsNotZero) {
-  const Unit unit = openUnit(component("V: AUZero", 0));
-  jxAUwrapper wrapper(unit.get());
-  EXPECT_EQ(wrapper.auVersion(), 0u);
-  unit->setComponent(component("V: AUOne", 0x10000));
-  EXPECT_EQ(wrapper.auVersion(), 0x10000u);
-  unit->setComponent(component("V: AUTwo", 0x20000));
-  EXPECT_EQ(wrapper.auVersion(), 0x10000u);
-}
-
 TEST_F(WrapperTests, nullInstanceAndOneWithoutNameAreReported) {
   jxAUwrapper none(nullptr);
   EXPECT_EQ(none.auVersion(), 0u);

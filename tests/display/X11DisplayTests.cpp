@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <clocale>
-#include <filesystem>
 #include <thread>
 
 #include "Bitmap.h"
@@ -30,10 +29,6 @@ void present(DisplayWindow& window, const Bitmap& bitmap, NSRect rect = everythi
   window.present(bitmap, std::span(&rect, 1));
 }
 
-size_t openDescriptors() {
-  const auto all = std::filesystem::directory_iterator("/proc/self/fd");
-  return static_cast<size_t>(std::distance(begin(all), end(all)));
-}
 
 int processErrors = 0;
 
@@ -163,31 +158,6 @@ TEST_F(X11Windows, NothingOfTheProcessIsChanged) {
   EXPECT_EQ(setlocale(LC_ALL, nullptr), locale);
 }
 
-TEST_F(X11Windows, OpeningAndClosingLeavesNothingBehind) {
-  const Window host = user->makeWindow(100, 100, 300, 200);
-  const auto round = [&] {
-    Recorder client;
-    Recorder floating;
-    const auto window = embed(client, host);
-    const auto overlay =
-        open(floating,
-             {.frame = place, .title = {}, .borderless = true, .translucent = true, .owner = window.get()});
-    window->setKeyboardWanted(true);
-    present(*window, filled(1, 0, 0));
-    present(*overlay, filled(1, 0, 0, 0.6));
-    settle();
-  };
-  round();
-  settle();
-  const unsigned before = user->resources();
-  const size_t descriptors = openDescriptors();
-  for (int i = 0; i < 50; ++i) round();
-  settle();
-  EXPECT_EQ(user->resources(), before);
-  for (int i = 0; i < 20; ++i) openDisplay();
-  EXPECT_EQ(openDescriptors(), descriptors);
-}
-
 TEST_F(X11Windows, TheClipboardWorksBothWays) {
   std::string error;
   const std::string text = "−6.0 dB ü";
@@ -230,15 +200,4 @@ TEST_F(X11Windows, ADisplayThatCannotBeOpenedIsNamed) {
   EXPECT_FALSE(X11Display::create(error));
   EXPECT_EQ(error, "DISPLAY is not set");
   setenv("DISPLAY", right.c_str(), 1);
-}
-
-TEST(X11Scale, IsTheUsersSettingInQuarters) {
-  const std::vector<std::pair<const char*, float>> cases{
-      {nullptr, 1},           {"", 1},
-      {"Xft.dpi:\t192\n", 2}, {"a.b: 1\nXft.dpi: 120\nc: 2", 1.25f},
-      {"Xft.dpi: 100", 1},    {"Xft.dpi: 163.2", 1.75f},
-      {"Xft.dpi: x", 1},      {"Xft.dpi: -96", 1},
-      {"Xft.dpi: 99999", 1},  {"MyXft.dpi: 192", 1}};
-  for (const auto& [resources, scale] : cases)
-    EXPECT_EQ(scaleFromResources(resources), scale) << (resources ? resources : "");
 }

@@ -82,22 +82,6 @@ TEST_F(X11Input, HiddenPointerMovesOnBeyondEveryEdgeAndComesBack) {
   }
 }
 
-TEST_F(X11Input, AHiddenPointerThatIsPutSomewhereByOthersMovesToThere) {
-  Recorder client;
-  const auto window = open(client, place);
-  pressAt(150, 130);
-  display->hidePointer();
-  user->moveBy(10, 10);
-  settle();
-  user->warpTo(0, 130);
-  settle();
-  user->warpTo(40, 130);
-  user->release();
-  settle();
-  display->showPointer();
-  EXPECT_EQ(client.motion(), "-110.0,0.0");
-}
-
 TEST_F(X11Input, AWarpDuringAPressIsNoMotion) {
   Recorder client;
   const auto window = open(client, place);

@@ -71,20 +71,6 @@ TEST_F(X11Keys, KeysTypeTheirTextAndNameTheirMeaning) {
   }
 }
 
-TEST_F(X11Keys, AHeldKeyRepeats) {
-  Recorder client;
-  const auto window = open(client, place);
-  XkbSetAutoRepeatRate(user->x(), XkbUseCoreKbd, 40, 20);
-  user->hold(XK_a);
-  XSync(user->x(), False);
-  std::this_thread::sleep_for(std::chrono::milliseconds(200));
-  user->letGo(XK_a);
-  settle();
-  const Log typed = client.takeInput();
-  EXPECT_GT(typed.size(), 2u);
-  EXPECT_EQ(typed.back(), "key a");
-}
-
 TEST(KeySymText, KnowsAllPagesOfSymbols) {
   struct {
     unsigned long symbol;

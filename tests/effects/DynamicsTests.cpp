@@ -195,20 +195,6 @@ TEST(MultibandCompressor, TakesCrossoversOutOfOrderAsEqual) {
   EXPECT_EQ(crossed.render(input, 512), equal.render(input, 512));
 }
 
-TEST(Dynamics, RenderBitEquallyInBlocksOfEverySize) {
-  for (const char* code : {"dcmp", "mcmp", "lmtr"}) {
-    EffectBench bench(code);
-    auto input = noise(2, 15000, 3.0f);  // loud, then so quiet that an expander is at work at the end
-    for (auto& channel : input)
-      for (size_t i = 10000; i < channel.size(); ++i) channel[i] *= 1e-5f;
-    const auto whole = bench.render(input, 512);
-    for (const UInt32 block : {1u, 7u, 64u}) {
-      bench.reset();
-      EXPECT_EQ(bench.render(input, block), whole) << code << " " << block;
-    }
-  }
-}
-
 TEST(Dynamics, ChangeWithoutAClick) {
   struct Change {
     const char* code;

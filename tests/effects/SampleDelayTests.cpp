@@ -37,17 +37,3 @@ TEST(SampleDelay, ChangesWithoutAClickAndIsExactAgainAfterwards) {
   for (size_t i = 1; i < output.size(); ++i) ASSERT_LT(std::fabs(output[i] - output[i - 1]), 0.0245f) << i;
   for (size_t i = 600; i < output.size(); ++i) ASSERT_EQ(output[i], input[0][i - 220]) << i;
 }
-
-TEST(SampleDelay, StatesItsTailAndNoLatency) {
-  EffectBench bench("sdly", {.sampleRate = 48000});
-  ASSERT_NE(bench.unit(), nullptr);
-  bench.set(0, 24000);
-  const auto seconds = [&](AudioUnitPropertyID id) {
-    Float64 value = -1;
-    UInt32 size = sizeof value;
-    EXPECT_EQ(AudioUnitGetProperty(bench.unit(), id, 0, 0, &value, &size), noErr);
-    return value;
-  };
-  EXPECT_EQ(seconds(kAudioUnitProperty_TailTime), 0.5);
-  EXPECT_EQ(seconds(kAudioUnitProperty_Latency), 0);
-}

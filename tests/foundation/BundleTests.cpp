@@ -75,15 +75,6 @@ TEST_F(Bundle, FindsItsPartsAndIsOneObjectPerFolder) {
   EXPECT_EQ(bundle->pathForImageResource("hand"), "");
 }
 
-TEST_F(Bundle, WithoutItsModuleSaysSo) {
-  write("Info.xml", info);
-  const auto bundle = open();
-  ASSERT_NE(bundle, nullptr);
-  EXPECT_FALSE(bundle->load(error));
-  EXPECT_NE(error.find("Thing.so"), std::string::npos) << error;
-  EXPECT_EQ(bundle->principalClass(), nullptr);
-}
-
 TEST_F(Bundle, KnowsTheClassesOfItsModuleAsLongAsItLives) {
   write("Info.xml", info);
   auto bundle = open();

@@ -83,14 +83,3 @@ TEST(MacRoman, WhatItLacksDoesNotConvert) {
   for (const char* text : {"a→b", "日本", "\xFF", "\xC3", "\xE2\x80"})
     EXPECT_EQ(macRomanFromUtf8(text), std::nullopt) << text;
 }
-
-TEST(CFString, RefusesBytesThatAreNoTextInTheirEncoding) {
-  for (const char* text : {"\xFF", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xE2\x82z", "\xF5\x80\x80\x80"})
-    EXPECT_EQ(CFStringCreateWithCString(text, kCFStringEncodingUTF8), nullptr);
-  for (const char* text : {"", "plain", "°æä", "→", "\xF0\x9D\x84\x9E"}) {
-    const CFStringRef string = CFStringCreateWithCString(text, kCFStringEncodingUTF8);
-    EXPECT_EQ(CFStringGetText(string), text);
-    CFRelease(string);
-  }
-  EXPECT_EQ(CFStringCreateWithCString(nullptr, kCFStringEncodingMacRoman), nullptr);
-}

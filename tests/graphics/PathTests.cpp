@@ -114,18 +114,6 @@ TEST(Path, PointsThatAreNoNumbersAreDroppedAndFarOnesClampedWithOneLineEach) {
   EXPECT_EQ(log.all().size(), 3u) << "and one for the arc of no radius";
 }
 
-TEST(Path, AnOvalFillsTheEllipseInItsRectangle) {
-  const Bitmap bitmap =
-      painted({40, 20}, 1, [] { NSBezierPath::bezierPathWithOvalInRect(NSMakeRect(4, 2, 32, 16))->fill(); });
-  for (int y = 0; y < 20; ++y) {
-    for (int x = 0; x < 40; ++x) {
-      const double distance = std::hypot((x + 0.5 - 20) / 16, (y + 0.5 - 10) / 8);
-      if (distance > 0.9 && distance < 1.1) continue;
-      EXPECT_EQ(bitmap.pixel(x, y), distance < 1 ? black : nothing) << x << ", " << y;
-    }
-  }
-}
-
 TEST(Path, AOnePointStrokeOnHalfPointsCoversWholePixelRows) {
   for (const int scale : {1, 2, 3}) {
     const Bitmap bitmap = painted({8, 8}, static_cast<float>(scale), [] {
@@ -141,20 +129,6 @@ TEST(Path, AOnePointStrokeOnHalfPointsCoversWholePixelRows) {
     for (size_t i = 0; i < s; ++i) expected[5 * s + i] = line;
     EXPECT_EQ(letters(bitmap), expected) << scale;
   }
-}
-
-TEST(Path, FillIsSourceOverAndEmptyRectanglesDrawNothing) {
-  const Bitmap bitmap = painted({4, 4}, 1, [] {
-    colorOf(red)->set();
-    NSBezierPath::fillRect(NSMakeRect(0, 0, 2, 4));
-    colorOf(blue)->colorWithAlphaComponent(0.5f)->set();
-    NSBezierPath::fillRect(NSMakeRect(0, 0, 4, 2));
-    NSBezierPath::fillRect(NSMakeRect(4, 4, -4, -4));
-  });
-  EXPECT_EQ(at(bitmap, 1, 3), red);
-  EXPECT_NEAR(at(bitmap, 1, 1)[0], 127, 1);
-  EXPECT_NEAR(at(bitmap, 1, 1)[2], 128, 1);
-  EXPECT_EQ(at(bitmap, 3, 3), nothing);
 }
 
 TEST(AffineTransform, TheStepThatIsAddedLastComesFirst) {

@@ -43,18 +43,6 @@ class Text : public testing::Test {
 
 }  // namespace
 
-TEST_F(Text, AdvancesAreTheSameAtEveryScale) {
-  const auto text = string("IIIIIIIIIIIIIIIIIIIIIIIIIIIIIIIIIIIIIIII", 9);
-  const auto widthOfInk = [&](float scale) {
-    const Ink drawn = ink(painted({200, 20}, scale, [&] { text.drawAtPoint({2, 2}); }));
-    return static_cast<float>(drawn.right - drawn.left) / scale;
-  };
-  const float reference = widthOfInk(8);
-  EXPECT_GT(reference, 60);
-  for (const float scale : {1.0f, 1.25f, 1.5f, 2.0f, 3.0f})
-    EXPECT_NEAR(widthOfInk(scale), reference, 2 / scale) << scale;
-}
-
 TEST_F(Text, TheBaselineStandsOnAWholePixel) {
   const auto text = string("E", 24);
   for (const float scale : {1.0f, 1.5f, 2.0f}) {
@@ -128,16 +116,4 @@ TEST_F(Text, AnUnknownFontIsReplacedAndLoggedOnce) {
   for (int again = 0; again < 2; ++again)
     EXPECT_EQ(NSFont::fontWithName_size("Nonesuch", 11)->fontName(), "LucidaGrande");
   EXPECT_EQ(log.count("\"Nonesuch\""), 1);
-}
-
-TEST_F(Text, AShadowAmongTheAttributesActsOnItsRunAlone) {
-  NSTextAttributes shadowed = font("LucidaGrande", 20);
-  shadowed.shadow.emplace();
-  shadowed.shadow->setShadowOffset({0, -20});
-  shadowed.shadow->setShadowColor(colorOf(blue));
-  auto text = string("E", 20);
-  const int border = static_cast<int>(NSWidth(text.boundingRect())) + 4;
-  text.appendAttributedString(NSAttributedString("E", shadowed));
-  const Bitmap bitmap = painted({60, 60}, 1, [&] { text.drawAtPoint({4, 30}); });
-  EXPECT_EQ(ink(bitmap, border + 2).bottom, ink(bitmap, 0, border).bottom + 20);
 }

@@ -33,32 +33,6 @@ float* const* channels(std::vector<float> (&memory)[2], UInt32 frames) {
 
 }  // namespace
 
-TEST(EffectRunner, PullsAnyNumberOfFramesThroughTheEffect) {
-  const EffectInstance effect = openSampleDelay();
-  std::string error;
-  AudioUnitSetParameter(effect.get(), 0, 0, 0, 700, 0);
-  const auto runner = EffectRunner::make(effect.get(), 44100, 2, 512, error);
-  ASSERT_NE(runner, nullptr) << error;
-  auto source = SignalSource::named("noise", 44100, error);
-  auto dry = SignalSource::named("noise", 44100, error);
-  std::vector<float> wet[2], plain[2];
-  ASSERT_EQ(runner->pull(*source, channels(wet, 3001), 3001), noErr);
-  dry->read(channels(plain, 3001), 2, 3001);
-  for (int c = 0; c < 2; ++c) {
-    EXPECT_EQ(wet[c][699], 0);
-    EXPECT_TRUE(std::equal(wet[c].begin() + 700, wet[c].end(), plain[c].begin()));
-  }
-}
-
-TEST(EffectRunner, SaysWhatTheEffectDoesNotDoAndLeavesItFree) {
-  const EffectInstance effect = openSampleDelay();
-  std::string error;
-  EXPECT_EQ(EffectRunner::make(effect.get(), 4000, 2, 512, error), nullptr);
-  EXPECT_NE(error.find("4000 Hz"), std::string::npos) << error;
-  EXPECT_NE(EffectRunner::make(effect.get(), 44100, 1, 512, error), nullptr);
-  EXPECT_NE(EffectRunner::make(effect.get(), 48000, 2, 64, error), nullptr);
-}
-
 TEST(RealTimePlayer, PlaysAtTheSignalsPaceAndStopsAtOnceAsOftenAsAsked) {
   const EffectInstance effect = openSampleDelay();
   std::string error;

@@ -48,30 +48,6 @@ TEST(SignalSource, GeneratedLoopsAreReproducibleAndHaveNoSeam) {
   }
 }
 
-TEST(SignalSource, TheToneIsOneKilohertzAtMinusTwelve) {
-  std::string error;
-  auto source = SignalSource::named("tone", 48000, error);
-  ASSERT_TRUE(source);
-  const auto loop = static_cast<UInt32>(source->loopFrames());
-  const auto samples = read(*source, 2 * loop).left;
-  for (size_t i = 48; i < samples.size(); ++i) ASSERT_NEAR(samples[i], samples[i - 48], 1e-5f) << i;
-  EXPECT_NEAR(20 * std::log10(peak(samples)), -12, 0.01);
-}
-
-TEST(SignalSource, TheDrumsAreTwoBarsThatBeginWithTheKick) {
-  std::string error;
-  auto source = SignalSource::named("drums", 44100, error);
-  ASSERT_TRUE(source);
-  EXPECT_EQ(source->loopFrames(), 4u * 44100);
-  const auto samples = read(*source, 2 * 4 * 44100).left;
-  const auto energy = [&](double seconds) {
-    double sum = 0;
-    for (size_t i = 0; i < 2000; ++i) sum += std::pow(samples[static_cast<size_t>(seconds * 44100) + i], 2);
-    return sum;
-  };
-  for (const double beat : {0.0, 0.5, 1.0, 1.5}) EXPECT_GT(energy(beat), 4 * energy(beat + 0.2)) << beat;
-}
-
 TEST(SignalSource, AFileMustHaveTheRateAndItsOnlyChannelIsBoth) {
   const std::string path = testFolder() + "/ramp.wav";
   {
