@@ -1,8 +1,17 @@
 #include "RegisterEffects.h"
 
+#include "BandPass.h"
 #include "Components.h"
+#include "Delay.h"
 #include "DynamicsProcessor.h"
+#include "Filter.h"
+#include "HighPass.h"
+#include "HighShelfFilter.h"
+#include "LowPass.h"
+#include "LowShelfFilter.h"
+#include "MatrixReverb.h"
 #include "MultibandCompressor.h"
+#include "ParametricEQ.h"
 #include "PeakLimiter.h"
 #include "SampleDelay.h"
 
@@ -20,10 +29,20 @@ struct Row {
 };
 
 constexpr Row effects[] = {
+    {FourCharCode("bpas"), "Tovin: AUBandPass", make<BandPass>},
     {FourCharCode("dcmp"), "Tovin: AUDynamicsProcessor", make<DynamicsProcessor>},
+    {FourCharCode("dely"), "Tovin: AUDelay", make<Delay>},
+    {FourCharCode("filt"), "Tovin: AUFilter", make<Filter>},
+    {FourCharCode("hpas"), "Tovin: AUHighPass", make<HighPass>},
+    {FourCharCode("hshf"), "Tovin: AUHighShelfFilter", make<HighShelfFilter>},
     {FourCharCode("lmtr"), "Tovin: AUPeakLimiter", make<PeakLimiter>},
+    {FourCharCode("lpas"), "Tovin: AULowPass", make<LowPass>},
+    {FourCharCode("lshf"), "Tovin: AULowShelfFilter", make<LowShelfFilter>},
     {FourCharCode("mcmp"), "Tovin: AUMultibandCompressor", make<MultibandCompressor>},
+    {FourCharCode("mrev"), "Tovin: AUMatrixReverb", make<MatrixReverb>},
+    {FourCharCode("pmeq"), "Tovin: AUParametricEQ", make<ParametricEQ>},
     {FourCharCode("sdly"), "Tovin: AUSampleDelay", make<SampleDelay>},
+    {FourCharCode("Qmrv"), "Tovin: AUQuadMatrixReverb", make<MatrixReverb>},
 };
 
 }  // namespace

@@ -67,6 +67,21 @@ void EffectBench::set(AudioUnitParameterID id, Float32 value) {
   EXPECT_EQ(AudioUnitSetParameter(unit_, id, kAudioUnitScope_Global, 0, value, 0), noErr);
 }
 
+std::vector<std::pair<AudioUnitParameterID, AudioUnitParameterInfo>> EffectBench::parameters() const {
+  UInt32 size = 0;
+  AudioUnitGetPropertyInfo(unit_, kAudioUnitProperty_ParameterList, 0, 0, &size, nullptr);
+  std::vector<UInt32> ids(size / sizeof(UInt32));
+  AudioUnitGetProperty(unit_, kAudioUnitProperty_ParameterList, 0, 0, ids.data(), &size);
+  std::vector<std::pair<AudioUnitParameterID, AudioUnitParameterInfo>> all;
+  for (const AudioUnitParameterID id : ids) {
+    AudioUnitParameterInfo info;
+    size = sizeof info;
+    AudioUnitGetProperty(unit_, kAudioUnitProperty_ParameterInfo, 0, id, &info, &size);
+    all.emplace_back(id, info);
+  }
+  return all;
+}
+
 void EffectBench::reset() {
   EXPECT_EQ(AudioUnitReset(unit_, kAudioUnitScope_Global, 0), noErr);
 }
@@ -97,6 +112,22 @@ EffectBench::Samples EffectBench::render(const Samples& input, std::span<const U
   return output;
 }
 
+EffectBench::Samples EffectBench::renderAround(const Samples& input, size_t at,
+                                               const std::function<void()>& change) {
+  Samples before, after;
+  for (const auto& channel : input) {
+    const auto cut = channel.begin() + static_cast<std::ptrdiff_t>(at);
+    before.emplace_back(channel.begin(), cut);
+    after.emplace_back(cut, channel.end());
+  }
+  Samples output = render(before, 512);
+  change();
+  const Samples rest = render(after, 512);
+  for (size_t c = 0; c < output.size(); ++c)
+    output[c].insert(output[c].end(), rest[c].begin(), rest[c].end());
+  return output;
+}
+
 std::vector<std::string> effectCodes() {
   RegisterEffects();
   std::vector<std::string> codes;
@@ -124,4 +155,11 @@ EffectBench::Samples sine(double frequency, double level, size_t frames, double 
 
 void setAll(EffectBench& bench, std::initializer_list<std::pair<AudioUnitParameterID, double>> values) {
   for (const auto& [id, value] : values) bench.set(id, static_cast<Float32>(value));
+}
+
+double largestBend(const std::vector<float>& samples, size_t from) {
+  double bend = 0;
+  for (size_t i = std::max<size_t>(from, 2); i < samples.size(); ++i)
+    bend = std::max<double>(bend, std::fabs(samples[i] - 2 * samples[i - 1] + samples[i - 2]));
+  return bend;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <span>
@@ -30,11 +31,15 @@ class EffectBench {
 
   AudioUnit unit() const { return unit_; }
   void set(AudioUnitParameterID id, Float32 value);
+  /// All parameters, ascending.
+  std::vector<std::pair<AudioUnitParameterID, AudioUnitParameterInfo>> parameters() const;
   void reset();
 
   /// The whole input through the effect, in blocks of these lengths, again and again.
   Samples render(const Samples& input, std::span<const UInt32> blocks);
   Samples render(const Samples& input, UInt32 block) { return render(input, {&block, 1}); }
+  /// The same in blocks of 512 with something done before frame `at`.
+  Samples renderAround(const Samples& input, size_t at, const std::function<void()>& change);
 
  private:
   static OSStatus supply(void* self, UInt32*, const AudioTimeStamp*, UInt32, UInt32, AudioBufferList* data);
@@ -53,3 +58,6 @@ EffectBench::Samples noise(UInt32 channels, size_t frames, float level);
 EffectBench::Samples sine(double frequency, double level, size_t frames, double rate = 44100);
 /// Writes several parameters.
 void setAll(EffectBench& bench, std::initializer_list<std::pair<AudioUnitParameterID, double>> values);
+/// By how much the slope changes at most from one sample to the next, from a frame on. A step of the level
+/// bends by its height.
+double largestBend(const std::vector<float>& samples, size_t from);
