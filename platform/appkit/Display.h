@@ -16,6 +16,9 @@ class DisplayClient {
   /// Presses, drags, release, wheel and keys. A press, its drags and its release come in that order; drags
   /// only when the pointer moved; the wheel not during a press.
   virtual void displayEvent(const NSEvent& event) = 0;
+  /// The pointer is here now (window points, y up), without a press. Only an open menu looks at it; a display
+  /// may do without it.
+  virtual void displayPointerMoved(NSPoint place) { static_cast<void>(place); }
   /// The press will see no more events: its release was lost, or the pointer was taken away.
   virtual void displayLostPointer() = 0;
   /// Part of the window (points, y up) has to be presented again.
@@ -42,6 +45,9 @@ class DisplayWindow {
   virtual void hide() = 0;
   /// Asks for the keyboard, or gives it back to whoever had it (an embedding host).
   virtual void setKeyboardWanted(bool wanted) = 0;
+  /// While on (a menu is open), a press beside all our windows, wherever on the screen, comes to this one
+  /// too. Without effect on a display that cannot do it.
+  virtual void setForeignPressesWanted(bool wanted) { static_cast<void>(wanted); }
   /// Brings these rectangles (points, y up) of the bitmap, which is as large as the window, to the screen.
   virtual void present(const Bitmap& bitmap, std::span<const NSRect> rects) = 0;
 };

@@ -2,9 +2,11 @@
 
 #include <utility>
 
+#include "MenuTracking.h"
 #include "NSWindow.h"
 
 void EventRouter::handle(const NSEvent& event) {
+  if (MenuTracking* menu = MenuTracking::current()) return menu->handle(event, window_);
   switch (event.type) {
     case NSEventType::leftMouseDown:
       press(event);

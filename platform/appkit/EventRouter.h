@@ -5,8 +5,9 @@
 #include "NSEvent.h"
 #include "NSView.h"
 
-/// Brings a window's events to its views. A press belongs to the view under it: that view gets all drags
-/// and exactly one release, also when the gesture breaks (Escape, hiding, removal, pointer lost).
+/// Brings a window's events to its views, or, while a menu is open, to that. A press belongs to the view
+/// under it: that view gets all drags and exactly one release, also when the gesture breaks (Escape, hiding,
+/// removal, pointer lost).
 class EventRouter {
  public:
   explicit EventRouter(NSWindow& window) : window_(window) {}

@@ -11,6 +11,7 @@
 #include "Class.h"
 #include "NSBundle.h"
 #include "NSLog.h"
+#include "NSPopUpButton.h"
 #include "NSView.h"
 #include "NumberText.h"
 
@@ -36,7 +37,12 @@ class Loader {
     const pugi::xml_node root = document.document_element();
     if (std::string_view(root.name()) != "interface")
       fail(root, "<" + std::string(root.name()) + ">, expected <interface>");
-    for (const pugi::xml_node node : root.children()) makeView(node, nullptr, nullptr);
+    for (const pugi::xml_node node : root.children()) {
+      if (isNamed(node, "menu"))
+        makeMenu(node, topLevels_.empty() ? owner_ : *topLevels_.back().view);
+      else
+        makeView(node, nullptr, nullptr);
+    }
     checkRequiredOutlets();
     connectAll();
     static const SEL awake = NSSelectorFromString("awakeFromNib");
@@ -60,9 +66,10 @@ class Loader {
     throw DescriptionError{node.offset_debug(), std::move(message)};
   }
 
+  static bool isNamed(pugi::xml_node node, std::string_view name) { return node.name() == name; }
+
   void makeView(pugi::xml_node node, NSView* parent, NSObject* topLevel) {
-    if (std::string_view(node.name()) != "view")
-      fail(node, "<" + std::string(node.name()) + ">, expected <view>");
+    if (!isNamed(node, "view")) fail(node, "<" + std::string(node.name()) + ">, expected <view>");
     const std::string className = node.attribute("class").value();
     const Class* c = Class::named(className);
     if (!c) fail(node, "class \"" + className + "\", expected the name of a view class");
@@ -75,8 +82,37 @@ class Loader {
     else
       topLevels_.push_back({node, view.get()});
     connect(node, parent ? *topLevel : owner_, view);
-    for (const pugi::xml_node child : node.children())
-      makeView(child, view.get(), parent ? topLevel : view.get());
+    auto* popUp = dynamic_cast<NSPopUpButton*>(view.get());
+    for (const pugi::xml_node child : node.children()) {
+      if (popUp && isNamed(child, "item"))
+        popUp->addItemWithTitle(itemTitle(child));
+      else
+        makeView(child, view.get(), parent ? topLevel : view.get());
+    }
+  }
+
+  void makeMenu(pugi::xml_node node, NSObject& holder) {
+    checkOnlyAttribute(node, "outlet");
+    const auto menu = std::make_shared<NSMenu>();
+    menus_.push_back(menu);
+    for (const pugi::xml_node child : node.children()) {
+      if (!isNamed(child, "item")) fail(child, "<" + std::string(child.name()) + ">, expected <item>");
+      menu->addItemWithTitle(itemTitle(child));
+    }
+    connect(node, holder, menu);
+  }
+
+  static std::string itemTitle(pugi::xml_node node) {
+    checkOnlyAttribute(node, "title");
+    if (node.first_child()) fail(node.first_child(), "something in an <item>, expected nothing");
+    return node.attribute("title").value();
+  }
+
+  static void checkOnlyAttribute(pugi::xml_node node, const std::string& name) {
+    const auto given = node.attributes();
+    const bool isAlone = given.begin() != given.end() && given.begin()->name() == name &&
+                         std::next(given.begin()) == given.end();
+    if (!isAlone) fail(node, "<" + std::string(node.name()) + ">, expected one attribute: " + name);
   }
 
   static NSRect frameOf(pugi::xml_node node) {
@@ -155,6 +191,7 @@ class Loader {
 
   NSObject& owner_;
   std::vector<std::shared_ptr<NSView>> views_;  // in order of the description
+  std::vector<std::shared_ptr<NSMenu>> menus_;
   std::vector<TopLevel> topLevels_;
   std::vector<Connection> connections_;
   std::vector<std::pair<const Class::Outlet*, std::shared_ptr<NSObject>>> before_;  // of the owner

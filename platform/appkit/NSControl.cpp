@@ -9,6 +9,15 @@ const Class& NSControl::record() {
   return c;
 }
 
+NSControl::NSControl(NSCoder& coder) : NSView(coder) {
+  coder.decodeValueOfObjCType_at("i", &tag_);
+}
+
+void NSControl::encodeWithCoder(NSCoder& coder) const {
+  NSView::encodeWithCoder(coder);
+  coder.encodeValueOfObjCType_at("i", &tag_);
+}
+
 bool NSControl::sendAction_to(SEL action, NSObject* target) {
   return NSPerformIfAnswered(target, action, this);
 }

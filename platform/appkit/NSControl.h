@@ -9,6 +9,9 @@
 class NSControl : public NSView {
  public:
   using NSView::NSView;
+  /// The view's part, then the tag; targets are not archived.
+  explicit NSControl(NSCoder& coder);
+  void encodeWithCoder(NSCoder& coder) const override;
   const Class& isa() const override;
   static const Class& record();
 
@@ -16,6 +19,10 @@ class NSControl : public NSView {
   virtual double doubleValue() const { return floatValue(); }
   virtual void setFloatValue(float value) { static_cast<void>(value); }
   virtual std::string stringValue() const { return {}; }
+
+  /// A number for its owner's use; 0 at first.
+  void setTag(int tag) { tag_ = tag; }
+  int tag() const { return tag_; }
 
   /// Not owned; whoever dies first clears it.
   virtual void setTarget(NSObject* target) { target_ = target; }
@@ -29,4 +36,5 @@ class NSControl : public NSView {
  private:
   NSObject* target_ = nullptr;
   SEL action_ = nullptr;
+  int tag_ = 0;
 };

@@ -25,5 +25,5 @@ void NSImageView::drawRect(NSRect) {
   const NSSize shown{size.width * factor, size.height * factor};
   image_->drawInRect_fromRect_operation_fraction(
       {{(NSWidth(b) - shown.width) / 2, (NSHeight(b) - shown.height) / 2}, shown}, NSZeroRect,
-      NSCompositeSourceOver, 1);
+      isOpaque() ? NSCompositeCopy : NSCompositeSourceOver, 1);
 }

@@ -57,11 +57,13 @@ float NSTextField::floatValue() const {
 
 void NSTextField::setFont(std::shared_ptr<NSFont> font) {
   font_ = std::move(font);
+  line_ = nullptr;
   setNeedsDisplay(true);
 }
 
 void NSTextField::setTextColor(std::shared_ptr<NSColor> color) {
   color_ = std::move(color);
+  line_ = nullptr;
   setNeedsDisplay(true);
 }
 
@@ -80,8 +82,13 @@ void NSTextField::setBordered(bool bordered) {
   setNeedsDisplay(true);
 }
 
-TextLine NSTextField::textLine() const {
-  return TextLine({{shownText(), {.font = font_, .foregroundColor = color_, .shadow = {}}}});
+const TextLine& NSTextField::textLine() const {
+  if (!line_ || lineText_ != shownText()) {
+    lineText_ = shownText();
+    const NSTextAttributes attributes{.font = font_, .foregroundColor = color_, .shadow = {}};
+    line_ = std::make_shared<TextLine>(std::vector<NSAttributedString::Run>{{lineText_, attributes}});
+  }
+  return *line_;
 }
 
 float NSTextField::textOrigin(const TextLine& line) const {
@@ -92,7 +99,7 @@ float NSTextField::textOrigin(const TextLine& line) const {
 }
 
 NSRect NSTextField::textRect() const {
-  const TextLine line = textLine();
+  const TextLine& line = textLine();
   const float height = line.ascent() + line.descent();
   return NSMakeRect(textOrigin(line), NSHeight(bounds()) - height, line.width(), height);
 }
@@ -109,7 +116,7 @@ void NSTextField::drawRect(NSRect) {
   }
   NSGraphicsContext* context = NSGraphicsContext::currentContext();
   context->clipToRect(b);
-  const TextLine line = textLine();
+  const TextLine& line = textLine();
   const float x = textOrigin(line);
   const float baseline = NSHeight(b) - line.ascent();
   if (editing_) {
@@ -164,7 +171,7 @@ bool NSTextField::finishEditing(Ending ending) {
 }
 
 size_t NSTextField::positionAt(const NSEvent& event) const {
-  const TextLine line = textLine();
+  const TextLine& line = textLine();
   const NSPoint place = convertPoint_fromView(event.locationInWindow, nullptr);
   return line.indexNearest(place.x - textOrigin(line));
 }

@@ -60,7 +60,7 @@ class NSTextField : public NSControl {
   bool handleClipboardKey(const NSEvent& event);
   bool handleMovementKey(const NSEvent& event);
   const std::string& shownText() const;
-  TextLine textLine() const;
+  const TextLine& textLine() const;
   float textOrigin(const TextLine& line) const;
   size_t positionAt(const NSEvent& event) const;
 
@@ -74,6 +74,8 @@ class NSTextField : public NSControl {
   bool bordered_ = true;
   bool ending_ = false;
   NSObject* delegate_ = nullptr;
+  mutable std::shared_ptr<const TextLine> line_;  // what was shaped last
+  mutable std::string lineText_;
   std::optional<TextEditing> editing_;
   std::optional<size_t> pressPosition_;  // of the press that began the editing
 };

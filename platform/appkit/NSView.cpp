@@ -16,6 +16,19 @@ const Class& NSView::record() {
   return c;
 }
 
+NSView::NSView(NSCoder& coder) {
+  frame_.origin = coder.decodePoint();
+  const NSPoint size = coder.decodePoint();
+  frame_.size = {size.x, size.y};
+  coder.decodeValueOfObjCType_at("c", &hidden_);
+}
+
+void NSView::encodeWithCoder(NSCoder& coder) const {
+  coder.encodePoint(frame_.origin);
+  coder.encodePoint({frame_.size.width, frame_.size.height});
+  coder.encodeValueOfObjCType_at("c", &hidden_);
+}
+
 NSView::~NSView() {
   for (const auto& view : subviews_) view->superview_ = nullptr;
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Class.h"
+#include "NSCoder.h"
 #include "NSEvent.h"
 #include "NSGeometry.h"
 #include "NSObject.h"
@@ -15,6 +16,9 @@ class NSWindow;
 class NSView : public NSObject {
  public:
   explicit NSView(NSRect frame) : frame_(frame) {}
+  /// Frame and hidden; neither subviews nor place in a tree are archived.
+  explicit NSView(NSCoder& coder);
+  virtual void encodeWithCoder(NSCoder& coder) const;
   ~NSView() override;
   const Class& isa() const override;
   static const Class& record();
@@ -70,7 +74,7 @@ class NSView : public NSObject {
   virtual bool acceptsFirstResponder() const { return false; }
   virtual bool becomeFirstResponder() { return true; }
   virtual bool resignFirstResponder() { return true; }
-  /// Takes part in moving by Tab.
+  /// Takes keys while it is the first responder (an editable field, a pop-up), and is a stop of Tab.
   virtual bool acceptsTyping() const { return false; }
 
   void removeAllToolTips() {}

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "MenuTracking.h"
 #include "NSException.h"
 #include "NSGraphicsContext.h"
 
@@ -150,8 +151,15 @@ bool NSWindow::makeFirstResponder(NSView* view) {
     accepted = view->acceptsFirstResponder() && view->becomeFirstResponder();
     if (accepted) firstResponder_ = view;
   }
-  if (real_) real_->setKeyboardWanted(isTyping());
+  updateKeyboard();
   return accepted;
+}
+
+void NSWindow::updateKeyboard() {
+  if (!real_ || inEvent_) return;
+  const bool hasMenu = MenuTracking::isOpenIn(*this);
+  real_->setKeyboardWanted(isTyping() || hasMenu);
+  real_->setForeignPressesWanted(hasMenu);
 }
 
 bool NSWindow::isTyping() const {
@@ -190,11 +198,12 @@ void NSWindow::addDamage(NSRect rect) {
 }
 
 void NSWindow::viewWillLeave(NSView& tree) {
+  MenuTracking::closeIn(tree);
   router_.endGestureIn(tree);
   if (firstResponder_ && firstResponder_->isDescendantOf(tree)) {
     firstResponder_->resignFirstResponder();
     firstResponder_ = nullptr;
-    if (real_) real_->setKeyboardWanted(false);
+    updateKeyboard();
   }
   if (initialFirstResponder_ && initialFirstResponder_->isDescendantOf(tree))
     initialFirstResponder_ = nullptr;
@@ -207,10 +216,18 @@ void NSWindow::keyDown(const NSEvent& event) {
 
 void NSWindow::displayEvent(const NSEvent& event) {
   const auto self = shared(this);
+  inEvent_ = true;
   NSGuardCallback("event", [&] { router_.handle(event); });
+  inEvent_ = false;
+  updateKeyboard();
+}
+
+void NSWindow::displayPointerMoved(NSPoint place) {
+  if (MenuTracking* menu = MenuTracking::current()) menu->pointerMoved(convertBaseToScreen(place));
 }
 
 void NSWindow::displayLostPointer() {
+  if (MenuTracking* menu = MenuTracking::current()) menu->pointerLost();
   router_.endGesture();
 }
 
@@ -227,17 +244,29 @@ void NSWindow::displayChangedFrame(NSRect frame) {
   for (const NSWindow* window : belonging_)
     if (window->real_) window->real_->setFrame(window->frame_);
   if (!resized) return;
+  if (MenuTracking::isOpenIn(*this)) MenuTracking::close();
   contentView_->setFrame(bounds());
   surface_.reset();
   addDamage(bounds());
 }
 
 void NSWindow::displayChangedVisibility(bool visible) {
-  if (!visible) router_.endGesture();
+  const auto self = shared(this);  // a menu's window goes with the menu
+  if (!visible) {
+    MenuTracking::closeIn(*this);
+    router_.endGesture();
+  }
   visible_ = visible;
 }
 
+void NSWindow::displayClosed() {
+  const auto self = shared(this);
+  close();
+}
+
 void NSWindow::displayChangedKeyboard(bool focused) {
+  const auto self = shared(this);
+  if (!focused) MenuTracking::closeIn(*this);
   if (!focused && isTyping()) makeFirstResponder(nullptr);
 }
 

@@ -60,28 +60,34 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   NSView* firstResponder() const { return firstResponder_; }
   void setInitialFirstResponder(NSView* view) { initialFirstResponder_ = view; }
   NSView* initialFirstResponder() const { return initialFirstResponder_; }
-  /// A text field is being edited.
+  /// The first responder takes keys: a text field that is being edited, or a pop-up that was reached by Tab.
   bool isTyping() const;
-  /// Moves to the next (or previous) field in order of creation, if the present one lets it; false when there
-  /// is no other.
+  /// Moves to the next (or previous) stop of Tab in order of creation, if the present one lets it; false when
+  /// there is no other.
   bool selectNextField(const NSView& from, bool backwards);
 
   /// Marks part of the content (points).
   void addDamage(NSRect rect);
-  /// Before a subtree goes or hides: gestures and editing in it end.
+  /// Before a subtree goes or hides: gestures, editing and an open menu in it end.
   void viewWillLeave(NSView& tree);
+  /// Delivers the release of a press that is under way.
+  void endGesture() { router_.endGesture(); }
+  /// Asks the display for the keyboard, or gives it back, as the first responder and an open menu need it.
+  /// During an event that waits for its end, so that going from one field to the next never gives it away.
+  void updateKeyboard();
   void keyDown(const NSEvent& event);
   /// What the window shows, with the layers on it; brought up to date first. Null while not visible.
   const Bitmap* snapshot();
 
  private:
   void displayEvent(const NSEvent& event) override;
+  void displayPointerMoved(NSPoint place) override;
   void displayLostPointer() override;
   void displayExposed(NSRect rect) override;
   void displayChangedFrame(NSRect frame) override;
   void displayChangedVisibility(bool visible) override;
   void displayChangedKeyboard(bool focused) override;
-  void displayClosed() override { close(); }
+  void displayClosed() override;
   void runPhase(NSTimeInterval now) override;
   NSTimeInterval nextDue() const override;
 
@@ -99,6 +105,7 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   bool ignoresMouse_ = false;
   bool visible_ = false;
   bool closed_ = false;
+  bool inEvent_ = false;
   unsigned long parent_ = 0;
   std::shared_ptr<NSColor> background_ = NSColor::whiteColor();
   std::shared_ptr<NSView> contentView_;

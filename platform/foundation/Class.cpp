@@ -60,3 +60,8 @@ const Class* Class::named(std::string_view name) {
   const auto found = classList().find(name);
   return found == classList().end() ? nullptr : found->second.back();
 }
+
+std::string foundation::parseAttribute(std::string_view text, const Class*& value) {
+  value = Class::named(text);
+  return value ? "" : "the name of a class";
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,6 +12,8 @@
 #include "MethodThunk.h"
 #include "NSGeometry.h"
 #include "NSObject.h"
+
+class NSCoder;
 
 /// The record of one class: its name and ancestor, how one is made, which messages it answers, which
 /// outlets it has and which attributes an interface description may set. Written once, beside the code
@@ -45,6 +48,12 @@ class Class {
     std::string (*set)(NSObject& object, std::string_view text);
   };
 
+  /// How objects are written to an archive and made from one.
+  struct Coding {
+    void (*encode)(const NSObject& object, NSCoder& coder);
+    std::shared_ptr<NSObject> (*decode)(NSCoder& coder);
+  };
+
   static Class root(std::string_view name) { return Class(name, nullptr); }
 
   template <class T>
@@ -75,6 +84,19 @@ class Class {
   template <auto setter>
   Class&& attribute(std::string_view name) &&;
 
+  /// Objects of exactly this class are archived, by T::encodeWithCoder(NSCoder&) and T(NSCoder&) or by two
+  /// functions. A subclass says so itself.
+  template <class T>
+  Class&& archived() && {
+    return std::move(*this).archivedBy(
+        {[](const NSObject& object, NSCoder& coder) { static_cast<const T&>(object).encodeWithCoder(coder); },
+         [](NSCoder& coder) -> std::shared_ptr<NSObject> { return std::make_shared<T>(coder); }});
+  }
+  Class&& archivedBy(Coding coding) && {
+    coding_ = coding;
+    return std::move(*this);
+  }
+
   const std::string& name() const { return name_; }
   const Class* superclass() const { return super_; }
   bool isSubclassOf(const Class& ancestor) const;
@@ -83,6 +105,8 @@ class Class {
   const Method* method(SEL selector) const;
   const Outlet* outletNamed(std::string_view name) const;
   const Attribute* attributeNamed(std::string_view name) const;
+  /// Null when its objects are not archived.
+  const Coding* coding() const { return coding_ ? &*coding_ : nullptr; }
   std::span<const Outlet> outlets() const { return outlets_; }
   std::span<const Attribute> attributes() const { return attributes_; }
 
@@ -110,6 +134,7 @@ class Class {
   std::unordered_map<SEL, Method> methods_;
   std::vector<Outlet> outlets_;
   std::vector<Attribute> attributes_;
+  std::optional<Coding> coding_;
   std::shared_ptr<NSObject> (*make_)() = nullptr;
   std::shared_ptr<NSObject> (*makeWithFrame_)(NSRect) = nullptr;
 };

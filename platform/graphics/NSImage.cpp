@@ -116,8 +116,8 @@ void NSImage::unlockFocus() {
   focus_.pop_back();
 }
 
-void NSImage::drawInRect_fromRect_operation_fraction(NSRect target, NSRect source, NSCompositingOperation,
-                                                     float fraction) const {
+void NSImage::drawInRect_fromRect_operation_fraction(NSRect target, NSRect source,
+                                                     NSCompositingOperation operation, float fraction) const {
   NSGraphicsContext* context = NSGraphicsContext::currentContext();
   if (!context) return;
   const Bitmap* bitmap = representation(context->scale());
@@ -151,6 +151,7 @@ void NSImage::drawInRect_fromRect_operation_fraction(NSRect target, NSRect sourc
     cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_GOOD);
     cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
   }
+  if (operation == NSCompositeCopy) cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
   if (fraction >= 1)
     cairo_paint(cairo);
   else

@@ -10,7 +10,7 @@
 #include "NSGeometry.h"
 #include "NSGraphicsContext.h"
 
-enum NSCompositingOperation : unsigned { NSCompositeSourceOver = 2 };
+enum NSCompositingOperation : unsigned { NSCompositeCopy = 1, NSCompositeSourceOver = 2 };
 
 /// A picture with a size in points: a file with its larger versions beside it (NAME@2x.png, NAME@3x.png),
 /// or a bitmap that is drawn into. Main thread.
@@ -37,6 +37,7 @@ class NSImage : public std::enable_shared_from_this<NSImage> {
 
   /// Draws the part `source` (image points, y up; all zero means the whole) into `target`, edges on whole
   /// device pixels, alpha times `fraction`. Never samples outside the source; equal sizes copy exactly.
+  /// Copying replaces what is there, which is faster; its fraction is 1.
   void drawInRect_fromRect_operation_fraction(NSRect target, NSRect source, NSCompositingOperation operation,
                                               float fraction) const;
 

@@ -11,6 +11,7 @@
 #include "NSBundle.h"
 #include "NSControl.h"
 #include "NSException.h"
+#include "NSPopUpButton.h"
 
 namespace fs = std::filesystem;
 
@@ -48,14 +49,21 @@ class TestPanel : public NSView {
     static const Class c = Class::of<TestPanel>("TestPanel", NSView::record())
                                .answers<&TestPanel::awakeFromNib>("awakeFromNib")
                                .outlet<&TestPanel::knob>("knob")
-                               .optionalOutlet<&TestPanel::box>("box");
+                               .optionalOutlet<&TestPanel::box>("box")
+                               .optionalOutlet<&TestPanel::popUp>("popUp")
+                               .optionalOutlet<&TestPanel::menu>("menu");
     return c;
   }
   const Class& isa() const override { return record(); }
-  void awakeFromNib() { awoken.push_back(knob ? "panel, connected" : "panel"); }
+  void awakeFromNib() {
+    awoken.push_back(knob ? "panel, connected" : "panel");
+    if (menu) menu->addItemWithTitle("awoken");
+  }
 
   TestKnob* knob = nullptr;
   NSBox* box = nullptr;
+  NSPopUpButton* popUp = nullptr;
+  std::shared_ptr<NSMenu> menu;
 };
 
 class TestOwner : public NSObject {
@@ -130,6 +138,30 @@ TEST_F(Description, MakesTheTreeThenConnectsThenAwakesParentsFirst) {
   EXPECT_EQ(panel->knob->convertPoint_toView({0, 0}, panel), (NSPoint{15, 26}));
 }
 
+TEST_F(Description, MakesMenusAndTheItemsOfPopUps) {
+  LogLines log;
+  ASSERT_TRUE(load(R"(<interface>
+  <view class="TestPanel" outlet="freshView" frame="0 0 100 80">
+    <view class="TestKnob" outlet="knob" title="k" frame="5 6 20 20"/>
+    <view class="NSPopUpButton" outlet="popUp" pullsDown="yes" frame="1 2 83 16">
+      <item title="interval"/>
+      <item title="3/2 fifth"/>
+    </view>
+  </view>
+  <menu outlet="menu">
+    <item title="rhythm"/>
+    <item title=""/>
+  </menu>
+</interface>)"));
+  const auto& panel = dynamic_cast<TestPanel&>(*owner.freshView);
+  EXPECT_TRUE(panel.popUp->pullsDown());
+  ASSERT_EQ(panel.popUp->numberOfItems(), 2);
+  EXPECT_EQ(panel.popUp->itemAtIndex(1)->title(), "3/2 fifth");
+  ASSERT_EQ(panel.menu->numberOfItems(), 3);
+  EXPECT_EQ(panel.menu->itemAtIndex(0)->title(), "rhythm");
+  EXPECT_EQ(panel.menu->itemAtIndex(2)->title(), "awoken");
+}
+
 TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
   const auto panel = [](const std::string& inside) {
     return "<interface>\n<view class='TestPanel' outlet='freshView' frame='0 0 9 9'>\n" + inside +
@@ -138,6 +170,14 @@ TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
   const std::string knob = "<view class='TestKnob' outlet='knob' frame='0 0 9 9'/>";
   const auto knobWith = [&](const std::string& attributes) {
     return panel("<view class='TestKnob' outlet='knob' " + attributes + "/>");
+  };
+  const auto popUp = [&](const std::string& inside) {
+    return panel(knob + "<view class='NSPopUpButton' frame='0 0 83 16'>\n" + inside + "</view>");
+  };
+  const auto menu = [&](const std::string& inside, const std::string& outlet) {
+    const std::string text = panel(knob);
+    return text.substr(0, text.rfind('<')) + "<menu outlet='" + outlet + "'>" + inside +
+           "</menu></interface>";
   };
   const struct {
     std::string text;
@@ -173,6 +213,16 @@ TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
        {"\"panel\" of TestOwner", "class NSView"}},
       {panel(knob + "\n<veiw class='NSView' frame='0 0 9 9'/>"), 4, {"<veiw>", "<view>"}},
       {panel(knob + "\nstray text"), 3, {"<view>"}},
+      {panel(knob + "\n<item title='x'/>"), 4, {"<item>", "<view>"}},
+      {panel(knob + "\n<menu outlet='menu'/>"), 4, {"<menu>", "<view>"}},
+      {popUp("<item titel='x'/>"), 4, {"<item>", "title"}},
+      {popUp("<item title='x' tag='1'/>"), 4, {"<item>", "title"}},
+      {popUp("<item title='x'>y</item>"), 4, {"in an <item>", "nothing"}},
+      {menu("<view class='NSView' frame='0 0 9 9'/>", "menu"), 5, {"<view>", "<item>"}},
+      {menu("<item/>", "menu"), 5, {"<item>", "title"}},
+      {menu("", "manu"), 5, {"\"manu\" of TestPanel", "menu"}},
+      {menu("", "box"), 5, {"\"box\" of TestPanel", "class NSMenu"}},
+      {"<interface>\n<menu outlet='freshView'/></interface>", 2, {"\"freshView\" of TestOwner", "NSMenu"}},
       {"\n<interfaces/>", 2, {"<interfaces>", "<interface>"}},
       {"<interface>\n<view class='NSView'", 2, {"expected XML"}},
       {"<interface>\n\n</view>\n</interface>", 3, {"expected XML"}},
