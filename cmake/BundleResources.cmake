@@ -13,7 +13,7 @@ function(tovin_bundle_copy from to)
   set(made ${made} ${to} PARENT_SCOPE)
 endfunction()
 
-foreach(picture auBeveledSeparator auGradientBackground auGraphBackground auKnobArrow auParamKnobBackground)
+foreach(picture auBeveledSeparator auGradientBackground auGraphBackground auKnobArrow auParamKnobBackground auRoomGround)
   set(svg ${CMAKE_CURRENT_SOURCE_DIR}/resources/${picture}.svg)
   foreach(scale 1 2 3)
     set(suffix "")
@@ -35,7 +35,7 @@ foreach(font dejavu/DejaVuSans.ttf dejavu/DejaVuSans-Bold.ttf league-spartan/Lea
   tovin_bundle_copy(${file_${font}} ${resources}/Fonts/${name})
 endforeach()
 
-foreach(editor dcmp lmtr mcmp sdly)
+foreach(editor bpas dcmp dely filt lmtr lpas mcmp mrev pmeq sdly)
   tovin_bundle_copy(${CMAKE_CURRENT_SOURCE_DIR}/resources/${editor}_cocoaUI.xml ${resources}/${editor}_cocoaUI.xml)
 endforeach()
 tovin_bundle_copy(${CMAKE_CURRENT_SOURCE_DIR}/resources/Info.xml ${contents}/Info.xml)

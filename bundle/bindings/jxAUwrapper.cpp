@@ -9,7 +9,8 @@ const Class& jxAUwrapper::isa() const {
 }
 
 const Class& jxAUwrapper::record() {
-  static const Class c = Class::of<jxAUwrapper>("jxAUwrapper", NSObject::record());
+  static const Class c = Class::of<jxAUwrapper>("jxAUwrapper", NSObject::record())
+                             .answers<&jxAUwrapper::callbacksChanged>("callbacksChanged");
   return c;
 }
 
@@ -44,4 +45,23 @@ AudioUnitParameter jxAUwrapper::globalParameter(SInt32 identifier) const {
 
 AudioUnitProperty jxAUwrapper::globalProperty(SInt32 identifier) const {
   return {mAU, static_cast<AudioUnitPropertyID>(identifier), kAudioUnitScope_Global, 0};
+}
+
+void jxAUwrapper::perpareHostCallbacks() {
+  callbacksChanged();
+  hostCallbackProperty = std::make_unique<jxAUProperty>(globalProperty(kAudioUnitProperty_HostCallbacks),
+                                                        this, NSSelectorFromString("callbacksChanged"));
+}
+
+void jxAUwrapper::callbacksChanged() {
+  UInt32 size = sizeof mHostCallbackInfo;
+  if (AudioUnitGetProperty(mAU, kAudioUnitProperty_HostCallbacks, kAudioUnitScope_Global, 0,
+                           &mHostCallbackInfo, &size) != noErr)
+    mHostCallbackInfo = {};
+}
+
+double jxAUwrapper::auTempo() {
+  if (mHostCallbackInfo.beatAndTempoProc)
+    mHostCallbackInfo.beatAndTempoProc(mHostCallbackInfo.hostUserData, nullptr, &tempo);
+  return tempo;
 }

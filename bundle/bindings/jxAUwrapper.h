@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "AudioUnit.h"
-#include "NSObject.h"
+#include "AudioUnitProperties.h"
+#include "jxAUProperty.h"
 
 /// Stands for the effect instance that an editor edits. The instance is the host's and must outlive the
 /// wrapper; it may be null. Main thread.
@@ -26,7 +26,17 @@ class jxAUwrapper : public NSObject {
   AudioUnitParameter globalParameter(SInt32 identifier) const;
   AudioUnitProperty globalProperty(SInt32 identifier) const;
 
+  /// Begins to follow the callbacks that the host installs on the effect; an editor that needs the tempo
+  /// sends it from its setAU:.
+  void perpareHostCallbacks();
+  void callbacksChanged();
+  /// Asks the host. Beats per minute; what it said last when it says nothing, at first 120.
+  double auTempo();
+
  private:
   AudioUnit mAU;
   UInt32 auVersion_ = 0;  // 0: not read yet
+  double tempo = 120;
+  HostCallbackInfo mHostCallbackInfo;
+  std::unique_ptr<jxAUProperty> hostCallbackProperty;
 };

@@ -39,13 +39,46 @@ const Class& jxAURotaryKnob::isa() const {
 const Class& jxAURotaryKnob::record() {
   static const Class c = Class::of<jxAURotaryKnob>("jxAURotaryKnob", NSControl::record())
                              .answers<&jxAURotaryKnob::knobTimerProc>("knobTimerProc:")
-                             .answers<&jxAURotaryKnob::hideRedLimit>("hideRedLimit:");
+                             .answers<&jxAURotaryKnob::hideRedLimit>("hideRedLimit:")
+                             .archived<jxAURotaryKnob>();
   return c;
 }
 
 jxAURotaryKnob::jxAURotaryKnob(NSRect frame)
     : NSControl(frame), m_logMin(std::log(0.1)), m_logMax(std::log(100.0)) {
   commonInit();
+}
+
+jxAURotaryKnob::jxAURotaryKnob(NSCoder& coder) : NSControl(coder) {
+  commonInit();
+  setKnobColor(coder.decodeObjectOfClass<NSColor>());
+  setMarkerColor(coder.decodeObjectOfClass<NSColor>());
+  double min, max;
+  bool isLogarithmic;
+  coder.decodeValueOfObjCType_at("d", &min);
+  coder.decodeValueOfObjCType_at("d", &max);
+  coder.decodeValueOfObjCType_at("d", &m_value);
+  coder.decodeValueOfObjCType_at("i", &m_tickCount);
+  coder.decodeValueOfObjCType_at("c", &m_showEndpoints);
+  m_offset = coder.decodePoint();
+  coder.decodeValueOfObjCType_at("c", &isLogarithmic);
+  m_value = m_value > 0 ? std::min(m_value, 1.0) : 0;
+  setMin_max(min, max);
+  setLogarithmic(isLogarithmic);
+  updateToolTip();
+}
+
+void jxAURotaryKnob::encodeWithCoder(NSCoder& coder) const {
+  NSControl::encodeWithCoder(coder);
+  coder.encodeObject(m_knobColor.get());
+  coder.encodeObject(m_markerColor.get());
+  coder.encodeValueOfObjCType_at("d", &m_min);
+  coder.encodeValueOfObjCType_at("d", &m_max);
+  coder.encodeValueOfObjCType_at("d", &m_value);
+  coder.encodeValueOfObjCType_at("i", &m_tickCount);
+  coder.encodeValueOfObjCType_at("c", &m_showEndpoints);
+  coder.encodePoint(m_offset);
+  coder.encodeValueOfObjCType_at("c", &m_logarithmic);
 }
 
 jxAURotaryKnob::~jxAURotaryKnob() = default;

@@ -24,6 +24,11 @@ class jxAURotaryKnob : public NSControl {
  public:
   /// 0 to 100, linear, at 0.
   explicit jxAURotaryKnob(NSRect frame);
+  /// From an archive: colours, range, position, tick marks, centre and mapping; the rest as of a new knob,
+  /// the mouse range too. A knob archived as logarithmic whose minimum has no logarithm is linear; a position
+  /// that is none is the nearest end.
+  explicit jxAURotaryKnob(NSCoder& coder);
+  void encodeWithCoder(NSCoder& coder) const override;
   ~jxAURotaryKnob() override;
   const Class& isa() const override;
   static const Class& record();

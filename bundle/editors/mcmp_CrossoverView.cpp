@@ -1,21 +1,15 @@
 #include "mcmp_CrossoverView.h"
 
 #include <cmath>
-#include <string>
 
 #include "NSAssertionHandler.h"
 #include "NSBezierPath.h"
-#include "NumberText.h"
+#include "jxAUReferenceLines.h"
 
 namespace {
 
 constexpr int firstCrossover = 2;     // parameter
 constexpr double handleHeight = 0.6;  // of the plot
-
-std::string frequencyText(float hertz) {
-  return hertz < 1000 ? foundation::fixedText(hertz, 0) + "Hz"
-                      : foundation::fixedText(hertz * 0.001f, 0) + "kHz";
-}
 
 }  // namespace
 
@@ -49,7 +43,7 @@ void mcmp_CrossoverView::setAU(const std::shared_ptr<jxAUwrapper>& wrapper) {
 }
 
 void mcmp_CrossoverView::valueChanged(jxAUParam*) {
-  setNeedsDisplay(true);
+  setPlotNeedsDisplay();
 }
 
 NSPoint mcmp_CrossoverView::graphPositionForFreq(float frequency) const {
@@ -78,26 +72,12 @@ void mcmp_CrossoverView::setParamsForHandle_pos(int index, NSPoint position) {
 bool mcmp_CrossoverView::addVertRefLine_weigth(float frequency, float weight) {
   const NSRect plot = inBounds();
   const float x = graphPositionForFreq(frequency).x;
-  return addReferenceLineFrom_to_text_weight({x, NSMinY(plot)}, {x, NSMaxY(plot)}, frequencyText(frequency),
+  return addReferenceLineFrom_to_text_weight({x, NSMinY(plot)}, {x, NSMaxY(plot)}, frequencyLabel(frequency),
                                              weight);
 }
 
-/// False at the first line of a decade's 1, 2, 3, 4 that would crowd another.
-bool mcmp_CrossoverView::addDecadeLines() {
-  for (int k = 1; k <= 4; ++k) {
-    for (const float decade : {10.0f, 100.0f, 1000.0f, 10000.0f}) {
-      if (!addVertRefLine_weigth(decade * static_cast<float>(k), 0.5f)) return false;
-      if (decade < 10000) addVertRefLine_weigth(decade * static_cast<float>(k + 4), 0.5f);
-    }
-  }
-  return true;
-}
-
 void mcmp_CrossoverView::addReferenceLines() {
-  if (addDecadeLines())
-    for (const float frequency : {90.0f, 900.0f, 9000.0f}) addVertRefLine_weigth(frequency, 0.5f);
-  for (float frequency = 11000; frequency <= 19000; frequency += 1000)
-    if (!addVertRefLine_weigth(frequency, 0.5f)) break;
+  offerFrequencyLines([this](float hertz) { return addVertRefLine_weigth(hertz, 0.5f); });
 }
 
 void mcmp_CrossoverView::drawRect(NSRect dirty) {

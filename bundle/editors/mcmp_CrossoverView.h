@@ -39,7 +39,6 @@ class mcmp_CrossoverView : public jxAUHandleGraphDisplay {
 
   bool isBound() const { return param[0] != nullptr; }
   bool addVertRefLine_weigth(float frequency, float weight);
-  bool addDecadeLines();
   void addReferenceLines();
   void fillBand(int band) const;
   void drawLabel(int handle) const;

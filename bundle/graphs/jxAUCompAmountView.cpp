@@ -60,7 +60,7 @@ void jxAUCompAmountView::update() {
   amounts[static_cast<size_t>(amountPos)] = amount;
   const bool shown = amount == before && equalAmounts >= numAmounts;
   equalAmounts = amount == before ? std::min(equalAmounts + 1, numAmounts) : 1;
-  if (!shown) setNeedsDisplay(true);
+  if (!shown) setPlotNeedsDisplay();
 }
 
 float jxAUCompAmountView::yForValue(float level) const {

@@ -1,18 +1,13 @@
 #include "jxAUCompGraphView.h"
 
 #include <algorithm>
-#include <string>
 
 #include "NSBezierPath.h"
-#include "NumberText.h"
+#include "jxAUReferenceLines.h"
 
 namespace {
 
 constexpr float roomAboveThreshold = 10;
-
-std::string levelText(float level) {
-  return (level == 0 ? " 0" : foundation::signedWholeText(level)) + "dB";
-}
 
 }  // namespace
 
@@ -66,17 +61,17 @@ NSPoint jxAUCompGraphView::pointForIndB_outdB(float in, float out) const {
 bool jxAUCompGraphView::addHoriRefLine_weight(float level, float weight) {
   const NSRect plot = inBounds();
   const float x = pointForIndB_outdB(level, 0).x;
-  return addReferenceLineFrom_to_text_weight({x, NSMinY(plot)}, {x, NSMaxY(plot)}, levelText(level), weight);
+  return addReferenceLineFrom_to_text_weight({x, NSMinY(plot)}, {x, NSMaxY(plot)}, levelLabel(level), weight);
 }
 
 bool jxAUCompGraphView::addVertRefLine_weight(float level, float weight) {
   const NSRect plot = inBounds();
   const float y = pointForIndB_outdB(0, level).y;
-  return addReferenceLineFrom_to_text_weight({NSMinX(plot), y}, {NSMaxX(plot), y}, levelText(level), weight);
+  return addReferenceLineFrom_to_text_weight({NSMinX(plot), y}, {NSMaxX(plot), y}, levelLabel(level), weight);
 }
 
 void jxAUCompGraphView::valueChanged(jxAUParam*) {
-  setNeedsDisplay(true);
+  setPlotNeedsDisplay();
 }
 
 float jxAUCompGraphView::valueOf(Slot slot, float otherwise) const {

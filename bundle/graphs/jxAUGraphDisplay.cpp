@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "NSBezierPath.h"
 #include "NSGraphicsContext.h"
 #include "NSImageUtils.h"
 #include "NSViewUtils.h"
@@ -86,6 +87,7 @@ void jxAUGraphDisplay::buildBgImage() {
     drawInRect_cornerSizeX_cornerSizeY_operation_fraction(
         *panel, NSMakeRect(left, 0, size.width - left, size.height - top), 32, 20, NSCompositeSourceOver, 1);
   bitmap->unlockFocus();
+  corners_.clear();
   setNeedsDisplay(true);
   prepareBackground();
 }
@@ -99,7 +101,36 @@ NSRect jxAUGraphDisplay::inBounds() const {
 
 void jxAUGraphDisplay::drawRect(NSRect dirty) {
   NSImageView::drawRect(dirty);
-  bezierPathWithRoundedRect_cornerRadius(inBounds(), plotCornerRadius)->addClip();
+  if (corners_.empty() && image()) cutCorners();
+  NSBezierPath::bezierPathWithRect(inBounds())->addClip();
+}
+
+void jxAUGraphDisplay::cutCorners() {
+  const NSRect plot = inBounds();
+  const float r = plotCornerRadius;
+  for (int i = 0; i < 4; ++i) {  // counter-clockwise from the lower left
+    const bool right = i == 1 || i == 2, upper = i >= 2;
+    const NSRect square =
+        NSMakeRect(right ? NSMaxX(plot) - r : NSMinX(plot), upper ? NSMaxY(plot) - r : NSMinY(plot), r, r);
+    const auto outside = NSBezierPath::bezierPath();
+    outside->moveToPoint({right ? r : 0, upper ? r : 0});
+    outside->appendBezierPathWithArcWithCenter_radius_startAngle_endAngle(
+        {right ? 0 : r, upper ? 0 : r}, r, 180.0f + 90.0f * static_cast<float>(i),
+        270.0f + 90.0f * static_cast<float>(i));
+    outside->closePath();
+    const auto picture = NSImage::initWithSize(square.size);
+    picture->lockFocus();
+    outside->addClip();
+    image()->drawInRect_fromRect_operation_fraction({{0, 0}, square.size}, square, NSCompositeSourceOver, 1);
+    picture->unlockFocus();
+    corners_.push_back({square, picture});
+  }
+}
+
+void jxAUGraphDisplay::drawGlow(NSRect) {
+  for (const Corner& corner : corners_)
+    corner.outside->drawInRect_fromRect_operation_fraction(corner.square, NSZeroRect, NSCompositeSourceOver,
+                                                           1);
 }
 
 bool jxAUGraphDisplay::addReferenceLineFrom_to_text_weight(NSPoint from, NSPoint to, const std::string& text,

@@ -14,7 +14,9 @@ inline constexpr const char* kjxAUGraphBackgroundImage = "jxAUGraphBackground";
 /// a subclass draws its curve. Owns the palette of all graphs.
 ///
 /// A subclass overrides prepareBackground to add its reference lines, and drawRect:, which begins with this
-/// one's: that leaves the clip set to the plot area. Values are mapped relative to inBounds.
+/// one's and ends with drawGlow. In between the clip is the plot area, without its rounded corners, which are
+/// put back at the end: a clip to curves would slow down each filling. Values are mapped relative to
+/// inBounds.
 class jxAUGraphDisplay : public NSImageView {
  public:
   using NSImageView::NSImageView;
@@ -50,15 +52,26 @@ class jxAUGraphDisplay : public NSImageView {
 
  protected:
   virtual void prepareBackground() {}
-  /// Sent by subclasses after they have drawn their curve.
-  virtual void drawGlow(NSRect rect) { static_cast<void>(rect); }
+  /// Sent by subclasses at the end of their drawing.
+  virtual void drawGlow(NSRect rect);
+  /// Marks the plot area, outside of which nothing changes.
+  void setPlotNeedsDisplay() { setNeedsDisplayInRect(inBounds()); }
 
  private:
   void drawReferenceLabel(const NSAttributedString& label, NSPoint place) const;
   void drawReferenceLine(NSPoint from, NSPoint to, float weight) const;
 
+  /// What of the background lies outside one of the plot's rounded corners.
+  struct Corner {
+    NSRect square;
+    std::shared_ptr<NSImage> outside;
+  };
+
+  void cutCorners();
+
   std::vector<float> horizontalRefLines;
   std::vector<float> verticalRefLines;
   bool hasXUnits = true;
   bool hasYUnits = true;
+  std::vector<Corner> corners_;
 };

@@ -65,7 +65,7 @@ void jxAUHandleGraphDisplay::calculateHandles() {
 
 void jxAUHandleGraphDisplay::setExternalEditedHandle(int index) {
   extHandle = index;
-  setNeedsDisplay(true);
+  setPlotNeedsDisplay();
 }
 
 void jxAUHandleGraphDisplay::drawRect(NSRect dirty) {
@@ -127,7 +127,7 @@ void jxAUHandleGraphDisplay::mouseDown(const NSEvent& event) {
   }
   if (draggedHandle < 0) return;
   NSCursor::hide();
-  setNeedsDisplay(true);
+  setPlotNeedsDisplay();
 }
 
 void jxAUHandleGraphDisplay::mouseDragged(const NSEvent& event) {
@@ -149,5 +149,5 @@ void jxAUHandleGraphDisplay::mouseUp(const NSEvent&) {
   CGWarpMouseCursorPosition({place.x, NSHeight(NSScreen::screens()[0].frame()) - place.y});
   draggedHandle = -1;
   NSCursor::unhide();
-  setNeedsDisplay(true);
+  setPlotNeedsDisplay();
 }

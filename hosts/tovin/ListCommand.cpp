@@ -19,18 +19,12 @@ std::string versionText(SInt32 version) {
 ExitStatus run() {
   std::string error;
   const auto bundle = EditorBundle::load(error);
-  if (!bundle) {
-    std::cerr << "tovin: " << error << "\n";
-    return exitFailed;
-  }
+  if (!bundle) return report(exitFailed, error);
   std::vector<std::vector<std::string>> rows;
   const ComponentDescription effects{.componentType = FourCharCode("aufx")};
   for (Component c = FindNextComponent(nullptr, &effects); c; c = FindNextComponent(c, &effects)) {
     const EffectInstance effect = openEffect(c);
-    if (!effect) {
-      std::cerr << "tovin: " << effectCode(c) << ": the effect cannot be opened\n";
-      return exitFailed;
-    }
+    if (!effect) return report(exitFailed, effectCode(c) + ": the effect cannot be opened");
     const auto editor = bundle->editorFor(effect.get());
     rows.push_back({effectCode(c), effectName(c), versionText(GetComponentVersion(effect.get())),
                     editor ? editor->isa().name() : "-"});

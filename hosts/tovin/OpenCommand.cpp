@@ -1,6 +1,5 @@
 #include "OpenCommand.h"
 
-#include <iostream>
 #include <memory>
 #include <optional>
 
@@ -47,30 +46,26 @@ class WindowDelegate : public NSObject {
 };
 
 ExitStatus run(const Options& options) {
-  const auto fail = [](ExitStatus status, const std::string& message) {
-    std::cerr << "tovin: " << message << "\n";
-    return status;
-  };
   const TerminationSignals signals;
   std::string error;
   const Component component = effectFromArgument(options.effect, error);
-  if (!component) return fail(exitWrongArguments, error);
+  if (!component) return report(exitWrongArguments, error);
   const EffectInstance effect = openEffect(component);
-  if (!effect) return fail(exitFailed, options.effect + ": the effect cannot be opened");
-  if (!applySetOption(effect.get(), options.settings, error)) return fail(exitWrongArguments, error);
+  if (!effect) return report(exitFailed, options.effect + ": the effect cannot be opened");
+  if (!applySetOption(effect.get(), options.settings, error)) return report(exitWrongArguments, error);
   auto source = SignalSource::named(options.input, sampleRate, error);
-  if (!source) return fail(exitWrongArguments, error);
+  if (!source) return report(exitWrongArguments, error);
   const auto bundle = EditorBundle::load(error);
-  if (!bundle) return fail(exitFailed, error);
+  if (!bundle) return report(exitFailed, error);
   const auto display = X11Display::create(error, options.scale);
-  if (!display) return fail(exitFailed, error);
+  if (!display) return report(exitFailed, error);
   const auto runner = EffectRunner::make(effect.get(), sampleRate, 2, maximumFrames, error);
-  if (!runner) return fail(exitFailed, options.effect + ": " + error);
+  if (!runner) return report(exitFailed, options.effect + ": " + error);
 
   const HostTempo tempo(effect.get(), options.tempo);
   ParameterLog log(effect.get(), options.log);
   auto editor = bundle->editorFor(effect.get());
-  if (!editor) return fail(exitFailed, options.effect + ": there is no editor for this effect");
+  if (!editor) return report(exitFailed, options.effect + ": there is no editor for this effect");
   const auto window = windowForEditor(editor, effectName(component));
   editor.reset();
   const auto delegate = std::make_shared<WindowDelegate>();

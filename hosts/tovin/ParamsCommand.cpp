@@ -38,15 +38,9 @@ std::string remarks(const EffectParameter& p) {
 ExitStatus run(const std::string& argument) {
   std::string error;
   const Component component = effectFromArgument(argument, error);
-  if (!component) {
-    std::cerr << "tovin: " << error << "\n";
-    return exitWrongArguments;
-  }
+  if (!component) return report(exitWrongArguments, error);
   const EffectInstance effect = openEffect(component);
-  if (!effect) {
-    std::cerr << "tovin: " << argument << ": the effect cannot be opened\n";
-    return exitFailed;
-  }
+  if (!effect) return report(exitFailed, argument + ": the effect cannot be opened");
   std::vector<std::vector<std::string>> rows{{"id", "name", "unit", "min", "max", "default", "current", ""}};
   for (const EffectParameter& p : effectParameters(effect.get()))
     rows.push_back({std::to_string(p.id), p.name, p.unit, foundation::exactText(p.minValue),

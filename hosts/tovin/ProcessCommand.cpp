@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iostream>
 #include <memory>
 #include <sndfile.hh>
 #include <vector>
@@ -25,11 +24,6 @@ struct Options {
   std::string out;
   std::vector<std::string> settings;
 };
-
-ExitStatus report(ExitStatus status, const std::string& message) {
-  std::cerr << "tovin: " << message << "\n";
-  return status;
-}
 
 /// One block of samples, both as the file has them (frame by frame) and as an effect does.
 struct Block {

@@ -105,8 +105,7 @@ ExitStatus run(const Options& options) {
   } catch (const std::exception& failure) {  // of files and folders
     outcome = {exitFailed, failure.what()};
   }
-  if (outcome.status != exitOk) std::cerr << "tovin: " << outcome.error << "\n";
-  return outcome.status;
+  return outcome.status == exitOk ? exitOk : report(outcome.status, outcome.error);
 }
 
 }  // namespace

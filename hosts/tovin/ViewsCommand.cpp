@@ -31,19 +31,15 @@ void print(NSView& editor, const NSView& view, size_t depth) {
 }
 
 ExitStatus run(const std::string& argument) {
-  const auto fail = [](ExitStatus status, const std::string& message) {
-    std::cerr << "tovin: " << message << "\n";
-    return status;
-  };
   std::string error;
   const Component component = effectFromArgument(argument, error);
-  if (!component) return fail(exitWrongArguments, error);
+  if (!component) return report(exitWrongArguments, error);
   const auto bundle = EditorBundle::load(error);
-  if (!bundle) return fail(exitFailed, error);
+  if (!bundle) return report(exitFailed, error);
   const OffscreenDisplay display;
   const EffectInstance effect = openEffect(component);
   const auto editor = bundle->editorFor(effect.get());
-  if (!editor) return fail(exitFailed, argument + ": there is no editor for this effect");
+  if (!editor) return report(exitFailed, argument + ": there is no editor for this effect");
   const auto window = windowForEditor(editor, argument);
   print(*editor, *editor, 0);
   return exitOk;

@@ -2,6 +2,7 @@
 
 #include "Command.h"
 #include "ListCommand.h"
+#include "MeasureCommand.h"
 #include "OpenCommand.h"
 #include "ParamsCommand.h"
 #include "ProcessCommand.h"
@@ -15,8 +16,8 @@ int main(int argc, char** argv) {
   CLI::App app("Audio effects, their sound and their editors.", "tovin");
   app.require_subcommand(0, 1);  // with none the program says below what there is
   const Command commands[] = {
-      listCommand(app), paramsCommand(app),  snapshotCommand(app),
-      openCommand(app), processCommand(app), viewsCommand(app),
+      listCommand(app),    paramsCommand(app), snapshotCommand(app), openCommand(app),
+      processCommand(app), viewsCommand(app),  measureCommand(app),
   };
 
   try {

@@ -12,9 +12,13 @@ void EditorTest::open(const std::string& subtype) {
   OSType code = 0;
   for (const char c : subtype) code = code << 8 | static_cast<unsigned char>(c);
   const ComponentDescription wanted{FourCharCode("aufx"), code, FourCharCode("Tovn")};
-  unit = openUnit(FindNextComponent(nullptr, &wanted));
+  open(FindNextComponent(nullptr, &wanted));
+}
+
+void EditorTest::open(Component component) {
+  unit = openUnit(component);
   const auto view = std::make_shared<jxAppleAUGUI_ViewFactory>()->uiViewForAudioUnit_withSize(unit.get(), {});
-  if (!view) throw std::runtime_error("no editor of " + subtype);
+  if (!view) throw std::runtime_error("there is no editor");
   show(view);
 }
 

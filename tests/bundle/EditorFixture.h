@@ -13,6 +13,7 @@ class EditorTest : public BundleFixture {
 
   /// The editor of a registered effect of this system, from the module, drawn.
   void open(const std::string& subtype);
+  void open(Component component);
   void show(const std::shared_ptr<NSView>& view);
   void close();
 

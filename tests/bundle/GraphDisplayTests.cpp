@@ -112,6 +112,7 @@ class FloodedGraph : public jxAUGraphDisplay {
     jxAUGraphDisplay::drawRect(dirty);
     vellColor_alpha(0xFF0000, 1)->set();
     NSBezierPath::fillRect(bounds());
+    drawGlow(dirty);
   }
 };
 

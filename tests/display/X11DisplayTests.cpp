@@ -29,7 +29,6 @@ void present(DisplayWindow& window, const Bitmap& bitmap, NSRect rect = everythi
   window.present(bitmap, std::span(&rect, 1));
 }
 
-
 int processErrors = 0;
 
 }  // namespace
