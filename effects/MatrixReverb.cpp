@@ -84,7 +84,6 @@ constexpr AUPresetRow presets[] = {
 
 constexpr float largestSmallSize = 0.05f, largestLargeSize = 0.15f, longestDelay = 0.03f + 0.1f;
 constexpr double fadeSeconds = 0.05;
-constexpr double loudness = 1.25;  // what is only wet is a little louder than dry
 
 struct QualityRow {
   UInt32 least, lines;
@@ -124,9 +123,9 @@ MatrixReverb::Tuning MatrixReverb::tuningFor(const Wanted& wanted) const {
   const UInt32 lines = linesOf(wanted.quality);
   const double large = v[smallLargeMix] / 100;
   const RoomShape smallShape{v[smallSize],       v[smallRange],      v[smallDensity],
-                             v[smallBrightness], v[modulationDepth], loudness * std::sqrt(1 - large)};
+                             v[smallBrightness], v[modulationDepth], std::sqrt(1 - large)};
   const RoomShape largeShape{v[largeSize],       v[largeRange],      v[largeDensity],
-                             v[largeBrightness], v[modulationDepth], loudness * std::sqrt(large)};
+                             v[largeBrightness], v[modulationDepth], std::sqrt(large)};
   Tuning tuning;
   tuning.smallDelay = static_cast<UInt32>(std::lround(v[preDelay] * rate));
   tuning.largeDelay = static_cast<UInt32>(std::lround((v[preDelay] + v[largeDelay]) * rate));

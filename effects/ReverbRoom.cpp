@@ -1,6 +1,5 @@
 #include "ReverbRoom.h"
 
-#include <bit>
 #include <cmath>
 #include <numbers>
 
@@ -8,8 +7,6 @@ namespace {
 
 using Four = Sixteen::Four;
 using FourNumbers [[gnu::vector_size(16)]] = int32_t;
-
-constexpr uint32_t outputSigns[] = {0b0101, 0b1010};
 
 /// The numbers of the frames of a run, counted from its chunk's beginning.
 Chunk framesOf(const ChunkRun& run) {
@@ -164,23 +161,18 @@ void ReverbRoom::run(const ChunkRun& run, std::array<Chunk, 2> inputs, std::arra
   const uint32_t active = std::max(linesNow_, linesNext_);
 
   LineChunks chunks;
-  for (uint32_t i = 0; i < active; ++i) {
-    chunks[i] = read(run, frames, now_, i);
-    if (fading_) chunks[i] += (read(run, frames, next_, i) - chunks[i]) * fade;
-    chunks[i] *= Chunk::fromGroups([&](uint32_t g) { return along(gains_, i, frames.four(g)); });
-  }
-  for (uint32_t group = 0; 4 * group < active; ++group) damp(run, group, chunks);
-
   std::array<Chunk, 2> sums;
-  for (uint32_t i = 0; i < active; ++i)
-    for (uint32_t c = 0; c < 2; ++c) {
-      if (std::popcount(i & outputSigns[c]) & 1)
-        sums[c] -= chunks[i];
-      else
-        sums[c] += chunks[i];
-    }
+  for (uint32_t i = 0; i < active; ++i) {
+    Chunk& chunk = chunks[i];
+    chunk = read(run, frames, now_, i);
+    if (fading_) chunk += (read(run, frames, next_, i) - chunk) * fade;
+    // What is heard is not damped yet, so that a dull room still begins bright.
+    gather(i, fade, chunk, sums);
+    chunk *= Chunk::fromGroups([&](uint32_t g) { return along(gains_, i, frames.four(g)); });
+  }
   for (uint32_t c = 0; c < 2; ++c) outputs[c] += sums[c] * along(level_, frames);
 
+  for (uint32_t group = 0; 4 * group < active; ++group) damp(run, group, chunks);
   mix(chunks, fade);
   for (uint32_t i = 0; i < maximumLines; ++i) {  // those that are out of use fall silent
     if (i < active) {
@@ -191,6 +183,18 @@ void ReverbRoom::run(const ChunkRun& run, std::array<Chunk, 2> inputs, std::arra
       chunks[i] = {};
     }
     rings_[i].write(run, chunks[i].data());
+  }
+}
+
+void ReverbRoom::gather(uint32_t line, const Chunk& fade, Chunk chunk, std::array<Chunk, 2>& sums) const {
+  if (line >= linesNow_) chunk *= fade;
+  if (line >= linesNext_) chunk -= chunk * fade;
+  for (uint32_t c = 0; c < 2; ++c) {
+    // The right way up, but for a quarter of the lines that differs between the channels.
+    if (RoomTuning::isInverted(line) != (line % 4 == 1 + c))
+      sums[c] -= chunk;
+    else
+      sums[c] += chunk;
   }
 }
 

@@ -59,6 +59,7 @@ class ReverbRoom {
   Taps tapsOf(const RoomTuning& tuning, const LineValues& placesFrom, const LineValues& placesTo) const;
   void diffuse(const ChunkRun& run, Diffusers& diffusers, Chunk& chunk) const;
   Chunk read(const ChunkRun& run, const Chunk& frames, const Taps& taps, uint32_t line) const;
+  void gather(uint32_t line, const Chunk& fade, Chunk chunk, std::array<Chunk, 2>& sums) const;
   void damp(const ChunkRun& run, uint32_t group, LineChunks& chunks);
   void mix(LineChunks& chunks, const Chunk& fade) const;
 

@@ -1,8 +1,6 @@
 #include "RoomTuning.h"
 
-#include <bit>
 #include <cmath>
-#include <numbers>
 
 namespace {
 
@@ -10,7 +8,10 @@ constexpr double decaySizes = 40;      // the decay time in sizes
 constexpr double longestSwing = 1e-3;  // seconds
 constexpr double largestSwing = 0.1;   // of a line's length
 constexpr uint32_t shortestSwinging = 20;
-constexpr uint32_t inputSigns = 0b0110;
+// Where the lengths lie between the shortest and the longest: evenly however many lines there are, but not
+// regularly, or different ways through the lines would take the same time.
+constexpr double places[maximumLines] = {0.062, 0.561, 0.309, 0.818, 0.176, 0.683, 0.437, 0.941,
+                                         0.118, 0.622, 0.243, 0.748, 0.372, 0.879, 0.498, 0.993};
 constexpr double diffuserSizes[2][RoomTuning::diffusers] = {{0.107, 0.171, 0.279, 0.433},
                                                             {0.113, 0.181, 0.263, 0.419}};
 
@@ -24,11 +25,9 @@ RoomTuning::RoomTuning(const RoomShape& shape, uint32_t lineCount, double sample
   const double frames = shape.size * sampleRate;
   const double decay = std::pow(10, -3 / (decaySizes * frames));  // of a frame at 0 Hz
   const double decayAbove = std::pow(decay, 1 / shape.brightness);
-  const double spread = 0.1 + 0.65 * shape.range;
+  const double spread = 0.2 + 0.55 * shape.range;
   for (uint32_t i = 0; i < maximumLines; ++i) {
-    // The golden ratio keeps the lengths evenly apart however many lines there are.
-    const double place = std::fmod(0.5 + i * std::numbers::phi, 1.0);
-    lengths[i] = framesOf(frames * (1 + spread * (2 * place - 1)));
+    lengths[i] = framesOf(frames * (1 + spread * (2 * places[i] - 1)));
     if (i >= lines) continue;
     // With these a line on its own, damping and all, falls by `decay` a frame at 0 Hz and by `decayAbove` at
     // half the sample rate: z^length = gain / (1 - pole / z) at z = decay and z = -decayAbove.
@@ -37,7 +36,7 @@ RoomTuning::RoomTuning(const RoomShape& shape, uint32_t lineCount, double sample
     const double pole = (at0 - atHalf) / (at0 / decay + atHalf / decayAbove);
     poles[i] = static_cast<float>(pole);
     gains[i] = static_cast<float>(at0 * (1 - pole / decay));
-    inputs[i] = (std::popcount(i & inputSigns) & 1 ? -1 : 1) / std::sqrt(static_cast<float>(lines));
+    inputs[i] = (isInverted(i) ? -1 : 1) / std::sqrt(static_cast<float>(lines));
     if (lengths[i] >= shortestSwinging)
       excursions[i] =
           static_cast<float>(shape.depth * std::min(longestSwing * sampleRate, largestSwing * lengths[i]));

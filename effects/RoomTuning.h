@@ -20,6 +20,8 @@ struct RoomTuning {
   static constexpr uint32_t diffusers = 4;
   static constexpr float diffusion = 0.6f;  // gain of the diffusers
 
+  /// Lines that take the input upside down, so that the matrix spreads what goes in at once over all.
+  static constexpr bool isInverted(uint32_t line) { return (line % 4 == 2) != (line / 4 == 1); }
   /// Frames, from those of the size.
   static constexpr uint32_t longestLine(uint32_t size) { return 2 * size + 8; }
   /// Frames that can be computed before the first of them comes back.
