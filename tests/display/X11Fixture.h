@@ -27,12 +27,14 @@ class Recorder final : public DisplayClient {
   std::string motion() const;
 
   NSEvent last;
+  NSPoint pointer;  // without a press
   NSRect frame;
   std::vector<NSRect> exposed;
   std::function<void(const NSEvent&)> onEvent;
 
  private:
   void displayEvent(const NSEvent& event) override;
+  void displayPointerMoved(NSPoint at) override { pointer = at; }
   void displayLostPointer() override { input_.push_back("lost"); }
   void displayExposed(NSRect rect) override { exposed.push_back(rect); }
   void displayChangedFrame(NSRect changed) override { frame = changed; }

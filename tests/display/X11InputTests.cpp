@@ -37,6 +37,35 @@ TEST_F(X11Input, PressDragsAndReleaseOutsideGoToThePressedWindow) {
   EXPECT_EQ(client.last.locationInWindow, NSMakePoint(317.5f, -125.5f));
 }
 
+TEST_F(X11Input, PressesBesideAllWindowsComeWhileTheyAreWanted) {
+  Recorder client, other;
+  const auto window = open(client, place);
+  const auto second = open(other, NSOffsetRect(place, 400, 0));
+  const auto clickAt = [&](int x, int y) {
+    user->warpTo(x, y);
+    user->click();
+    settle();
+  };
+  user->warpTo(110, 120);
+  settle();
+  EXPECT_EQ(client.pointer, NSMakePoint(10.5f, 79.5f));
+  for (const bool wanted : {false, true, false}) {
+    window->setForeignPressesWanted(wanted);
+    clickAt(350, 500);
+    EXPECT_EQ(client.takeInput(), wanted ? (Log{"down", "up"}) : Log{});
+    clickAt(510, 120);
+    EXPECT_EQ(client.takeInput(), Log{});
+    EXPECT_EQ(other.takeInput(), (Log{"down", "up"}));
+  }
+  window->setForeignPressesWanted(true);
+  pressAt(110, 120);
+  window->setForeignPressesWanted(false);  // in the middle of a press: its end elsewhere is not seen
+  user->moveBy(0, 300);
+  user->release();
+  clickAt(110, 120);
+  EXPECT_EQ(client.takeInput(), (Log{"down", "lost", "down", "up"}));
+}
+
 TEST_F(X11Input, MotionOfATurnIsOneDragInPointsOfTheScale) {
   openDisplay(2);
   Recorder client;

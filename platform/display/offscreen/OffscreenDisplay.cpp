@@ -37,7 +37,12 @@ void OffscreenDisplay::send(OffscreenWindow& window, NSEvent event, NSPoint plac
 void OffscreenDisplay::press(NSPoint place, unsigned modifiers, int clickCount) {
   pointer_ = place;
   pressed_ = windowAt(place);
-  if (!pressed_) return;
+  if (!pressed_) {
+    const auto wanting = std::find_if(windows_.begin(), windows_.end(),
+                                      [](const auto* w) { return w->areForeignPressesWanted(); });
+    if (wanting == windows_.end()) return;
+    pressed_ = *wanting;
+  }
   NSEvent event;
   event.modifierFlags = modifiers;
   event.clickCount = clickCount;
@@ -50,7 +55,13 @@ void OffscreenDisplay::moveBy(float dx, float dy, unsigned modifiers) {
     const NSSize screen = screens()[0].size;
     pointer_ = {std::clamp(pointer_.x, 0.0f, screen.width - 1), std::clamp(pointer_.y, 1.0f, screen.height)};
   }
-  if (!pressed_) return;
+  if (!pressed_) {
+    if (OffscreenWindow* window = windowAt(pointer_)) {
+      const NSPoint corner = window->frame().origin;
+      window->client().displayPointerMoved({pointer_.x - corner.x, pointer_.y - corner.y});
+    }
+    return;
+  }
   NSEvent event;
   event.type = NSEventType::leftMouseDragged;
   event.modifierFlags = modifiers;

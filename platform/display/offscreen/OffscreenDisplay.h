@@ -30,7 +30,8 @@ class OffscreenDisplay : public Display {
 
   // The user. Places are screen points, y up; the topmost shown window there that takes the mouse gets it.
   void press(NSPoint place, unsigned modifiers = 0, int clickCount = 1);
-  /// Moves the pointer; while it is hidden also beyond the screen's edge. A drag if a button is held.
+  /// Moves the pointer; while it is hidden also beyond the screen's edge. A drag if a button is held, else
+  /// motion over the window that is there.
   void moveBy(float dx, float dy, unsigned modifiers = 0);  // dy grows upwards
   void release();
   void wheel(NSPoint place, float deltaY, float deltaX = 0);
@@ -66,12 +67,14 @@ class OffscreenWindow : public DisplayWindow {
   void show(bool takesKeyboard) override;
   void hide() override { shown_ = false; }
   void setKeyboardWanted(bool wanted) override { keyboardWanted_ = wanted; }
+  void setForeignPressesWanted(bool wanted) override { foreignPressesWanted_ = wanted; }
   void present(const Bitmap& bitmap, std::span<const NSRect> rects) override;
 
   NSRect frame() const { return frame_; }
   bool isShown() const { return shown_; }
   bool ignoresMouse() const { return ignoresMouse_; }
   bool isKeyboardWanted() const { return keyboardWanted_; }
+  bool areForeignPressesWanted() const { return foreignPressesWanted_; }
   DisplayClient& client() const { return client_; }
   /// Rectangles presented since the last call, in points.
   std::vector<NSRect> takePresented();
@@ -83,5 +86,6 @@ class OffscreenWindow : public DisplayWindow {
   bool ignoresMouse_;
   bool shown_ = false;
   bool keyboardWanted_ = false;
+  bool foreignPressesWanted_ = false;
   std::vector<NSRect> presented_;
 };

@@ -1,6 +1,7 @@
 #include "X11Pointer.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include "X11Keyboard.h"
 #include "X11Window.h"
@@ -133,10 +134,12 @@ void X11Pointer::released(const XButtonEvent& event) {
 }
 
 void X11Pointer::moved(const XMotionEvent& event) {
-  if (pressedWindow_ == None) return;
-  if (!(event.state & Button1Mask)) endMotion();
+  if (pressedWindow_ != None && !(event.state & Button1Mask)) endMotion();
   checkHeld(event.state);
-  if (pressedWindow_ == None) return;
+  if (pressedWindow_ == None) {
+    hover_ = event;
+    return;
+  }
   skipWarps(event.serial);
   motion_.moved(event.x_root, event.y_root);
   state_ = event.state;
@@ -190,6 +193,10 @@ void X11Pointer::lose(Window window) {
 }
 
 void X11Pointer::endMotion() {
+  if (const X11Window* window = events_.find(std::exchange(hover_.window, None))) {
+    const NSPoint place = window->placeOfRootPixel(hover_.x_root, hover_.y_root);
+    events_.tell(window->id(), [place](DisplayClient& client) { client.displayPointerMoved(place); });
+  }
   if (pressedWindow_ == None) return;
   const RelativeMotion::Delta motion = motion_.take();
   if (motion.x == 0 && motion.y == 0) return;

@@ -11,7 +11,7 @@
 class X11Window;
 
 /// Presses, drags, wheel and the hidden pointer. The server itself keeps sending a press's motion and release
-/// to the window that was pressed. Motion of one turn is one drag.
+/// to the window that was pressed. Motion of one turn is one drag, without a press one place.
 class X11Pointer {
  public:
   X11Pointer(X11Connection& connection, X11Events& events, const X11Screens& screens);
@@ -24,7 +24,7 @@ class X11Pointer {
   void warp(NSPoint place);
 
   void handle(XEvent& event);
-  /// Tells the drag that the motion so far amounts to.
+  /// Tells the drag, or the place, that the motion so far amounts to.
   void endMotion();
   /// The window will send no more: its press, if it has one, is over.
   void lose(Window window);
@@ -55,6 +55,7 @@ class X11Pointer {
   std::deque<Warp> warps_;
   bool hidden_ = false;
   Window pressedWindow_ = None;
+  XMotionEvent hover_{};  // what is not told yet; its window is None when all is
   unsigned state_ = 0;
   int clicks_ = 0;
   XButtonEvent lastPress_{};

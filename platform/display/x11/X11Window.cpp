@@ -63,6 +63,7 @@ X11Window::X11Window(X11Connection& connection, X11Events& events, const X11Scre
 }
 
 X11Window::~X11Window() {
+  setForeignPressesWanted(false);
   returnKeyboard();
   watchSurroundings(false);
   events_.remove(*this);

@@ -23,6 +23,7 @@ class X11Window final : public DisplayWindow {
   void show(bool takesKeyboard) override;
   void hide() override;
   void setKeyboardWanted(bool wanted) override;
+  void setForeignPressesWanted(bool wanted) override;
   void present(const Bitmap& bitmap, std::span<const NSRect> rects) override;
 
   Window id() const { return id_; }
@@ -67,6 +68,7 @@ class X11Window final : public DisplayWindow {
   bool isFocused_ = false;
   bool takesKeyboard_ = false;
   bool keyboardWanted_ = false;
+  bool holdsPointer_ = false;
   Window focusBefore_ = None;
   bool changed_ = false;  // place, size or visibility
   enum class Told { nothing, visible, hidden } told_ = Told::nothing;

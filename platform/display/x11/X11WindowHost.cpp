@@ -13,6 +13,17 @@ void X11Window::setKeyboardWanted(bool wanted) {
     returnKeyboard();
 }
 
+void X11Window::setForeignPressesWanted(bool wanted) {
+  if (wanted == holdsPointer_ || isGone_) return;
+  XConnection* x = connection_.x();
+  // Our own windows get their events as ever; everything else comes to this one.
+  constexpr unsigned events = ButtonPressMask | ButtonReleaseMask | PointerMotionMask;
+  holdsPointer_ = wanted && XGrabPointer(x, id_, True, events, GrabModeAsync, GrabModeAsync, None, None,
+                                         CurrentTime) == GrabSuccess;
+  if (!wanted) XUngrabPointer(x, CurrentTime);
+  XFlush(x);
+}
+
 void X11Window::takeKeyboard() {
   // A titled window gets the keyboard from the window manager.
   const bool isManaged = !isEmbedded() && !options_.borderless && connection_.hasWindowManager();
