@@ -8,7 +8,8 @@
 
 /// Binds one property of an effect to one target: every change of the property, and every choice of a
 /// preset, reaches the target as the message `selector` with this binding as argument, on the main run loop
-/// in its default mode, at most once per 0.05 seconds. A destroyed binding sends nothing more. Main thread.
+/// in its default mode, at most once per 0.05 seconds. A destroyed binding sends nothing more. Held by a
+/// std::shared_ptr. Main thread.
 class jxAUProperty : public NSObject {
  public:
   /// The target is not owned and must outlive the binding.

@@ -49,7 +49,7 @@ AudioUnitProperty jxAUwrapper::globalProperty(SInt32 identifier) const {
 
 void jxAUwrapper::perpareHostCallbacks() {
   callbacksChanged();
-  hostCallbackProperty = std::make_unique<jxAUProperty>(globalProperty(kAudioUnitProperty_HostCallbacks),
+  hostCallbackProperty = std::make_shared<jxAUProperty>(globalProperty(kAudioUnitProperty_HostCallbacks),
                                                         this, NSSelectorFromString("callbacksChanged"));
 }
 

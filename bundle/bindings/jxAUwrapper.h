@@ -38,5 +38,5 @@ class jxAUwrapper : public NSObject {
   UInt32 auVersion_ = 0;  // 0: not read yet
   double tempo = 120;
   HostCallbackInfo mHostCallbackInfo;
-  std::unique_ptr<jxAUProperty> hostCallbackProperty;
+  std::shared_ptr<jxAUProperty> hostCallbackProperty;
 };

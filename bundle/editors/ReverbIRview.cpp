@@ -37,7 +37,7 @@ void ReverbIRview::setAudioUnit(AudioUnit unit) {
   const SEL changed = NSSelectorFromString("valueChanged:");
   for (AudioUnitParameterID i = 0; i < param.size(); ++i)
     param[i] = std::make_shared<jxAUParam>(AudioUnitParameter{unit, firstShaping + i}, this, changed);
-  renderQ = std::make_unique<jxAUProperty>(AudioUnitProperty{unit, kAudioUnitProperty_RenderQuality}, this,
+  renderQ = std::make_shared<jxAUProperty>(AudioUnitProperty{unit, kAudioUnitProperty_RenderQuality}, this,
                                            changed);
   impAUwrap = std::make_unique<ImpulseAUwrapper>(unit, measuringRate, measuringOrder, true);
   impAUwrap->setParameterOverrides(

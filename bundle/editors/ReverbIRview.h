@@ -35,7 +35,7 @@ class ReverbIRview : public jxAUGraphDisplay {
 
   std::vector<float> values;
   std::array<std::shared_ptr<jxAUParam>, 11> param;  // parameters 1 to 11
-  std::unique_ptr<jxAUProperty> renderQ;
+  std::shared_ptr<jxAUProperty> renderQ;
   AudioUnit mAU = nullptr;  // set last, by setAudioUnit:
   std::unique_ptr<ImpulseAUwrapper> impAUwrap;
   bool changed_ = false;  // since the last measurement

@@ -11,7 +11,7 @@
 #include "NSRunLoop.h"
 #include "NumberText.h"
 
-AutomationInput::AutomationInput(AudioUnit unit) : unit_(unit) {
+AutomationInput::AutomationInput(AudioUnit unit, HostTempo& tempo) : unit_(unit), tempo_(tempo) {
   NSRunLoop::currentRunLoop().addDescriptor(STDIN_FILENO, [this] { readable(); });
 }
 
@@ -41,6 +41,15 @@ void AutomationInput::line(const std::string& text) {
     std::cerr << "tovin: standard input, line " << lineNumber_ << ": \"" << text << "\", expected "
               << expected << "\n";
   };
+  constexpr std::string_view tempoWord = "tempo";
+  if (text.starts_with(tempoWord)) {
+    const foundation::ParsedNumber tempo =
+        foundation::numberPrefix(std::string_view(text).substr(tempoWord.size()));
+    if (!tempo.found || !(tempo.value >= slowestTempo && tempo.value <= fastestTempo))
+      return wrong("tempo BPM, from 1 to 999");
+    tempo_.setTempo(tempo.value);
+    return;
+  }
   const foundation::ParsedNumber id = foundation::numberPrefix(text);
   const foundation::ParsedNumber value = foundation::numberPrefix(std::string_view(text).substr(id.length));
   const size_t rest = text.find_first_not_of(" \t\r", id.length + value.length);

@@ -21,9 +21,19 @@ HostTempo::~HostTempo() {
   setCallbacks(unit_, {});
 }
 
+double HostTempo::beat() const {
+  return startBeat_ + (NSDate::timeIntervalSinceReferenceDate() - start_) * beatsPerMinute_ / 60;
+}
+
+void HostTempo::setTempo(double beatsPerMinute) {
+  startBeat_ = beat();
+  start_ = NSDate::timeIntervalSinceReferenceDate();
+  beatsPerMinute_ = beatsPerMinute;
+}
+
 OSStatus HostTempo::beatAndTempo(void* self, Float64* beat, Float64* tempo) {
   const auto& host = *static_cast<const HostTempo*>(self);
-  if (beat) *beat = (NSDate::timeIntervalSinceReferenceDate() - host.start_) * host.beatsPerMinute_ / 60;
+  if (beat) *beat = host.beat();
   if (tempo) *tempo = host.beatsPerMinute_;
   return noErr;
 }

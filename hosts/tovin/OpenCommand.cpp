@@ -13,6 +13,7 @@
 #include "NSRunLoop.h"
 #include "NSWindow.h"
 #include "ParameterLog.h"
+#include "PresetBar.h"
 #include "RealTimePlayer.h"
 #include "SetOption.h"
 #include "SignalSource.h"
@@ -62,11 +63,12 @@ ExitStatus run(const Options& options) {
   const auto runner = EffectRunner::make(effect.get(), sampleRate, 2, maximumFrames, error);
   if (!runner) return report(exitFailed, options.effect + ": " + error);
 
-  const HostTempo tempo(effect.get(), options.tempo);
+  HostTempo tempo(effect.get(), options.tempo);
   ParameterLog log(effect.get(), options.log);
   auto editor = bundle->editorFor(effect.get());
   if (!editor) return report(exitFailed, options.effect + ": there is no editor for this effect");
-  const auto window = windowForEditor(editor, effectName(component));
+  const auto window = windowForEditor(editor, effectName(component),
+                                      std::make_shared<PresetBar>(effect.get(), NSWidth(editor->frame())));
   editor.reset();
   const auto delegate = std::make_shared<WindowDelegate>();
   window->setDelegate(delegate.get());
@@ -75,7 +77,7 @@ ExitStatus run(const Options& options) {
 
   RealTimePlayer player(*runner, *source);
   player.start();
-  const AutomationInput automation(effect.get());
+  const AutomationInput automation(effect.get(), tempo);
   NSRunLoop::currentRunLoop().run(options.seconds > 0
                                       ? NSDate::timeIntervalSinceReferenceDate() + options.seconds
                                       : RunLoopObserver::never);
@@ -90,13 +92,14 @@ ExitStatus run(const Options& options) {
 Command openCommand(CLI::App& program) {
   CLI::App* app = program.add_subcommand(
       "open",
-      "Open the editor of an effect that plays. Lines \"ID VALUE\" on standard input change parameters.");
+      "Open the editor of an effect that plays. Lines \"ID VALUE\" on standard input change parameters, "
+      "\"tempo BPM\" the tempo.");
   const auto options = std::make_shared<Options>();
   app->add_option("EFFECT", options->effect, effectArgumentHelp)->required();
   addSetOption(*app, options->settings);
   app->add_option("--input", options->input, signalSourceHelp)->capture_default_str();
   app->add_option("--tempo", options->tempo, "the host's beats per minute")
-      ->check(CLI::Range(1.0, 999.0))
+      ->check(CLI::Range(slowestTempo, fastestTempo))
       ->capture_default_str();
   app->add_option("--scale", options->scale, "pixels to a point; else as the display is set")
       ->check(CLI::Range(0.5, 8.0));

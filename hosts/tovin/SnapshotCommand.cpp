@@ -13,6 +13,7 @@
 #include "NSRunLoop.h"
 #include "NSWindow.h"
 #include "OffscreenDisplay.h"
+#include "ParameterLog.h"
 #include "SetOption.h"
 #include "SignalSource.h"
 
@@ -66,6 +67,7 @@ Outcome drawEditor(const EditorBundle& bundle, Component component, const Option
 
   const auto window = windowForEditor(editor, code);
   window->makeKeyAndOrderFront();
+  ParameterLog(effect.get(), false).announceAll();
   if (!play(*runner, *source, clock, options.seconds)) return {exitFailed, code + ": rendering failed"};
   window->snapshot()->writePng(file);
   window->close();

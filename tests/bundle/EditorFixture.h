@@ -28,6 +28,8 @@ class EditorTest : public BundleFixture {
   }
   /// 0xRRGGBB of what the window shows at a point of its content.
   unsigned colorAt(NSPoint inWindow) const;
+  /// What the editor draws.
+  Bitmap picture() const { return drawn(*editor); }
   /// What was presented since the last call, in window points.
   std::vector<NSRect> takeDamage() const { return display_.windows().front()->takePresented(); }
   static NSRect frameInWindow(const NSView& view) { return view.convertRect_toView(view.bounds(), nullptr); }

@@ -19,6 +19,7 @@ namespace {
 
 constexpr int sampleDelayWidth = 420;
 constexpr int compressorWidth = 1128;
+constexpr int stripHeight = 28;         // of the host's presets, above the editor
 constexpr int knobX = 210, knobY = 66;  // centre, from the editor's top left
 constexpr int fieldX = 210, fieldY = 100;
 constexpr int barX = 60;  // on the overlay's bar, left of its text
@@ -65,7 +66,7 @@ class OpenEditor : public testing::Test {
       if (!XGetWindowAttributes(x_, children[i], &attributes) || attributes.width != width_) continue;
       if (attributes.map_state != IsViewable) continue;
       left_ = attributes.x;
-      top_ = attributes.y;
+      top_ = attributes.y + stripHeight;
       window_ = children[i];
       found = true;
     }
@@ -106,6 +107,14 @@ class OpenEditor : public testing::Test {
     std::pair<int, double> change{-1, -1};
     words >> change.first >> change.second;
     return change;
+  }
+  /// The value of a parameter that was printed last.
+  double printed(int id) {
+    std::istringstream lines(host_->output());
+    double last = -1, v;
+    for (int each; lines >> each >> v;)
+      if (each == id) last = v;
+    return last;
   }
   double value() { return lastChange().first == 0 ? lastChange().second : -1; }
   void automate(double to) {
@@ -246,6 +255,92 @@ TEST_F(OpenEditor, CrossoverHandlesWriteTheirFrequencyAndKeepThePointer) {
     EXPECT_EQ(pointer(), std::to_string(static_cast<int>(to + 0.5)) + "," + std::to_string(y));
   }
   EXPECT_NEAR(lastChange().second, std::sqrt(20 * 22050.0), 3) << "the middle of the axis";
+}
+
+TEST_F(OpenEditor, FilterHandlesAndMenusWriteTheirParameters) {
+  openEffect("filt", 528);
+  const auto at = [](double hertz, double gain) {
+    return std::pair(static_cast<int>(32 + std::log2(hertz / 50) / std::log2(441) * 464),
+                     static_cast<int>(522 - 44 - 8 - (gain + 25) / 50 * 184));
+  };
+  const auto go = [this](std::pair<int, int> p, const std::string& then) {
+    hands("mousemove " + std::to_string(left_ + p.first) + " " + std::to_string(top_ + p.second) + " " +
+          then);
+  };
+  const struct {
+    int frequency, gain;
+    double from, to;
+  } rows[] = {
+      {1, 2, 100, 200}, {3, 4, 300, 500}, {6, 7, 1000, 2000}, {9, 10, 4000, 3000}, {13, 14, 8000, 6000}};
+  for (const auto& row : rows) {
+    const auto from = at(row.from, 0), to = at(row.to, 8);
+    go(from, "mousedown 1");
+    hands("mousemove_relative -- " + std::to_string(to.first - from.first) + " " +
+          std::to_string(to.second - from.second));
+    sleepFor(0.2);
+    hands("mouseup 1");
+    sleepFor(0.2);
+    EXPECT_NEAR(printed(row.frequency), row.to, row.to * 0.03);
+    EXPECT_NEAR(printed(row.gain), 8, 0.4);
+  }
+  go(at(2000, 8), "keydown alt mousedown 1 mousemove_relative -- 0 20");
+  sleepFor(0.2);
+  hands("mouseup 1 keyup alt");
+  EXPECT_TRUE(host_->waitForOutput("8 2\n", 2)) << "an octave more";
+
+  go({70, 57}, "mousedown 1");
+  sleepFor(0.2);
+  go({70, 91}, "mouseup 1");
+  EXPECT_TRUE(host_->waitForOutput("0 1\n", 2)) << "highpass, chosen with the mouse";
+  go({458, 57}, "click 1");
+  sleepFor(0.2);
+  hands("key Down key Down key Return");
+  EXPECT_TRUE(host_->waitForOutput("12 1\n", 2)) << "lowpass, chosen with keys";
+
+  const auto region = at(120, -20);
+  const unsigned long calm = colorAt(region.first, region.second);
+  go({70, 142}, "mousedown 1");
+  sleepFor(0.3);
+  EXPECT_NE(colorAt(region.first, region.second), calm) << "the region of the held knob's handle";
+  hands("mouseup 1");
+  sleepFor(0.3);
+  EXPECT_EQ(colorAt(region.first, region.second), calm);
+  EXPECT_EQ(host_->errors(), "");
+}
+
+TEST_F(OpenEditor, TheDelayFollowsTempoRhythmAndPresets) {
+  openEffect("dely", 536);
+  const auto go = [this](int x, int y, const std::string& then) {
+    hands("mousemove " + std::to_string(left_ + x) + " " + std::to_string(top_ + y) + " " + then);
+  };
+  go(160, 227, "click 1");
+  sleepFor(0.2);
+  hands("key Home");
+  for (int i = 0; i < 8; ++i) hands("key Down");
+  hands("key Return");
+  EXPECT_TRUE(host_->waitForOutput("1 0.25\n", 2)) << host_->output();
+
+  const auto tick = [this] { return colorAt(32 + 472 * 4 / 7, 318 - 150 - 76 - 3); };  // beat 4 at 140
+  const unsigned long before = tick();
+  host_->write("tempo 140\ntempo fast\n");
+  sleepFor(0.7);
+  EXPECT_NE(tick(), before);
+  EXPECT_EQ(host_->errors(),
+            "tovin: standard input, line 2: \"tempo fast\", expected tempo BPM, from 1 to 999\n");
+
+  const double first = printed(1);
+  go(32 + 39, 318 - 150 - 76 - 31, "mousedown 1 mousemove_relative -- 100 -10");
+  sleepFor(0.2);
+  hands("mouseup 1");
+  sleepFor(0.2);
+  EXPECT_NEAR(printed(1), first + 100 * 3 / 472.0, 0.02);
+  EXPECT_NEAR(printed(2), 50 + 10 / (68 * 0.9) * 100, 3);
+
+  go(90, -14, "click 1");
+  sleepFor(0.2);
+  hands("key End key Return");
+  sleepFor(0.3);
+  EXPECT_GT(std::abs(printed(1) - first - 100 * 3 / 472.0), 0.02) << "the last preset";
 }
 
 TEST_F(OpenEditor, EndsCleanlyAlsoInTheMiddleOfADrag) {
