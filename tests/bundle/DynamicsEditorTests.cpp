@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <random>
@@ -254,17 +255,53 @@ TEST_F(Dynamics, TheZeroLinesAreTheStrongOnes) {
   EXPECT_GT(darkness({x0, y40 + 6}) - glass, (darkness({x40, y40 + 6}) - glass) * 3 / 2);
 }
 
-TEST_F(Dynamics, ATickDrawsTheFourMetersAndNothingElse) {
-  open("mcmp");
-  std::vector<NSView*> meters;
-  for (const char* name : {"amountView1", "amountView2", "amountView3", "amountView4"})
-    meters.push_back(&outlet<>(name));
-  // Nothing renders here, so the meters stand at 0 and need no drawing at all.
-  advance(0.5);
-  EXPECT_TRUE(takeDamage().empty());
-  for (NSView* meter : meters) meter->setNeedsDisplay(true);
-  advance(0.05);
-  expectDamageOnlyIn(meters);
+TEST_F(Dynamics, ATickDrawsTheMetersOfAPlayingEffectAndNothingElse) {
+  std::mt19937 generator(1);
+  const AURenderCallbackStruct noise{
+      [](void* random, UInt32*, const AudioTimeStamp*, UInt32, UInt32 frames,
+         AudioBufferList* data) -> OSStatus {
+        for (UInt32 c = 0; c < data->mNumberBuffers; ++c)
+          for (UInt32 i = 0; i < frames; ++i)
+            static_cast<float*>(data->mBuffers[c].mData)[i] =
+                static_cast<float>((*static_cast<std::mt19937*>(random))()) / 2147483648.0f - 1;
+        return noErr;
+      },
+      &generator};
+  const struct {
+    const char* effect;
+    std::vector<std::string> meters;
+    double tick;
+  } rows[] = {{"mcmp", {"amountView1", "amountView2", "amountView3", "amountView4"}, 0.05},
+              {"dcmp", {"compAmountView"}, 0.05},
+              {"lmtr", {"amountView"}, 0.04}};
+  for (const auto& row : rows) {
+    open(row.effect);
+    std::vector<NSView*> meters;
+    for (const std::string& name : row.meters) meters.push_back(&outlet<>(name));
+    advance(0.5);
+    EXPECT_TRUE(takeDamage().empty()) << "nothing plays";
+    AudioUnitSetProperty(unit.get(), kAudioUnitProperty_SetRenderCallback, kAudioUnitScope_Input, 0, &noise,
+                         sizeof noise);
+    AudioUnitInitialize(unit.get());
+    if (row.effect[0] == 'l') automate(2, 20);
+    for (int block = 0; block < 4; ++block) {
+      AudioBufferList data{.mNumberBuffers = 2, .mBuffers = {}};
+      ASSERT_EQ(AudioUnitRender(unit.get(), nullptr, nullptr, 0, 2048, &data), noErr);
+      if (block < 2) advance(0.1);  // the limiter is heard after its look-ahead
+    }
+    takeDamage();
+    advance(row.tick);
+    const auto damage = takeDamage();
+    for (NSView* meter : meters) {
+      const NSRect frame = frameInWindow(*meter);
+      EXPECT_EQ(
+          std::count_if(damage.begin(), damage.end(), [&](NSRect r) { return NSIntersectsRect(r, frame); }),
+          1)
+          << row.effect << " " << meter->isa().name();
+    }
+    EXPECT_EQ(damage.size(), meters.size());
+    close();
+  }
 }
 
 TEST_F(Dynamics, SurvivesAStormOfChangesAndManyLives) {

@@ -1,6 +1,9 @@
 #include <array>
 #include <cmath>
+#include <complex>
+#include <numbers>
 #include <random>
+#include <vector>
 
 #include "AUFilterGraphView.h"
 #include "AudioUnitProperties.h"
@@ -204,6 +207,60 @@ TEST_F(FilterEditor, ChangesBeforeItHasItsEffectDoNothing) {
   display_.release();
   advance(0.1);
   EXPECT_EQ(log_, Lines());
+}
+
+TEST_F(FilterEditor, WhatIsMeasuredIsTheResponse) {
+  std::mt19937 random(3);
+  const auto between = [&](double low, double high) {
+    return static_cast<float>(low + (high - low) * static_cast<double>(random()) / 4294967296.0);
+  };
+  for (const char* effect : {"filt", "lpas", "hpas", "lshf", "hshf", "pmeq", "bpas"}) {
+    open(effect);
+    const bool isMultiBand = effect[0] == 'f';
+    const unsigned long order = isMultiBand ? 11 : 10;
+    ImpulseAUwrapper renderer(unit.get(), 44100, order, false), exact(unit.get(), 44100, 15, false);
+    const int count = 1 << order;
+    for (int setting = 0; setting < 30; ++setting) {
+      const auto frequency = [&](double most) {
+        return 500 * std::pow(static_cast<float>(most) / 500, between(0, 1));
+      };
+      if (isMultiBand) {
+        automate(1, frequency(3000));
+        automate(13, frequency(20000));
+        for (const UInt32 band : {3u, 6u, 9u}) {
+          automate(band, frequency(20000));
+          automate(band + 2, between(0.5, 3));
+        }
+        for (const UInt32 gain : {2u, 4u, 7u, 10u, 14u}) automate(gain, between(-12, 12));
+      } else {
+        automate(0, frequency(20000));
+        automate(1, effect[0] == 'p'   ? between(0.3, 4)
+                    : effect[0] == 'b' ? between(600, 6000)
+                                       : between(-12, 12));
+        automate(2, between(-20, 20));
+      }
+      const float* response = renderer.renderImpulse();
+      const std::vector<float> samples(response, response + count);
+      const float* measured = renderer.freqResponse();
+      const float* endless = exact.freqResponse();
+      for (int k = 1 + setting; k < count; k += 61) {
+        const float level = measured[k];
+        if (level < -60) continue;
+        std::complex<double> sum = 0;
+        for (int i = 0; i < count; ++i) {
+          const double way = std::numbers::pi * (count - 1 - i) / count;
+          sum += std::polar(
+              samples[static_cast<size_t>(i)] * (0.42 - 0.5 * std::cos(way) + 0.08 * std::cos(2 * way)),
+              -std::numbers::pi * k * i / count);
+        }
+        EXPECT_NEAR(level, 20 * std::log10(std::abs(sum)), 0.01) << effect << " bin " << k;
+        if (k * 22050 / count >= 500 && level > -30) {
+          EXPECT_NEAR(level, endless[k << (15 - order)], 0.1) << effect << " bin " << k;
+        }
+      }
+    }
+    close();
+  }
 }
 
 TEST_F(FilterEditor, SurvivesAStormOfChanges) {

@@ -118,7 +118,9 @@ TEST_P(Lifecycle, TwoHundredEditorsLeaveNothingBehind) {
 
 INSTANTIATE_TEST_SUITE_P(Editors, Lifecycle,
                          testing::Values(FourCharCode("sdly"), FourCharCode("mcmp"), FourCharCode("dcmp"),
-                                         FourCharCode("lmtr")),
+                                         FourCharCode("lmtr"), FourCharCode("filt"), FourCharCode("lpas"),
+                                         FourCharCode("pmeq"), FourCharCode("bpas"), FourCharCode("dely"),
+                                         FourCharCode("mrev")),
                          [](const auto& test) {
                            std::string name;
                            for (const int shift : {24, 16, 8, 0})
