@@ -9,7 +9,8 @@ std::atomic<size_t> count = 0;
 }  // namespace
 
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*)(const volatile void*, size_t),
+                                                         void (*)(const volatile void*));
 
 size_t allocationCount() {
   static const int installed = __sanitizer_install_malloc_and_free_hooks(
