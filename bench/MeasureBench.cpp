@@ -66,8 +66,12 @@ void measurementFloor(benchmark::State& state) {
 }
 BENCHMARK(measurementFloor)->Name("measure/render, transform and logarithms")->Unit(benchmark::kMicrosecond);
 
+/// The graph alone: what else would follow the parameter is hidden.
 void parameterToPicture(benchmark::State& state) {
   BenchEditor editor("filt", static_cast<float>(state.range(0)));
+  for (const auto& view : editor.view().subviews())
+    view->setHidden(view->isa().name() != "AUFilterGraphView");
+  editor.redraw();
   const AudioUnitParameter gain{editor.unit(), 7, kAudioUnitScope_Global, 0};
   float value = 0;
   for (auto _ : state) {
