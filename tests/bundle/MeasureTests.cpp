@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Parameter 0 is the gain of the left channel, parameter 1 of the right one.
+/// Parameter 0 is the gain of the left channel, parameters 1 and 3 together that of the right one.
 class Gains : public AUEffectBase {
  public:
   Gains()
@@ -35,7 +35,7 @@ class Gains : public AUEffectBase {
     for (UInt32 i = 0; i < frames; ++i) {
       const float in = left[i];
       left[i] = in * value(0);
-      if (right != left) right[i] = in * value(1);
+      if (right != left) right[i] = in * value(1) * value(3);
     }
   }
 };
