@@ -21,6 +21,7 @@ class Gains : public AUEffectBase {
   Gains()
       : AUEffectBase({.parameters = rows, .presets = {}, .minimumSampleRate = 500, .monoToStereo = true}) {}
   static inline const Gains* rendered = nullptr;
+  static inline float added = 0;  // to every sample of the left channel
 
  private:
   static inline constexpr AUParameterRow rows[] = {{0, "left", kAudioUnitParameterUnit_Generic, 0, 10, 1},
@@ -34,7 +35,7 @@ class Gains : public AUEffectBase {
     float* right = channels[channels.size() - 1];
     for (UInt32 i = 0; i < frames; ++i) {
       const float in = left[i];
-      left[i] = in * value(0);
+      left[i] = in * value(0) + added;
       if (right != left) right[i] = in * value(1) * value(3);
     }
   }
@@ -43,6 +44,7 @@ class Gains : public AUEffectBase {
 class Measure : public EditorTest {
  protected:
   Measure() {
+    Gains::added = 0;
     unit = openUnit(RegisterComponent(
         {FourCharCode("aufx"), FourCharCode("gain"), FourCharCode("Test")}, "Test: AUGains", 1,
         +[]() -> std::unique_ptr<AUEffectBase> { return std::make_unique<Gains>(); }));
@@ -100,6 +102,15 @@ TEST_F(Measure, ReadsTheLastChannelWithOverridesAndWithoutAllocating) {
   EXPECT_EQ(allocationCount(), before);
   renderer.setParameterOverrides(nullptr);
   EXPECT_EQ(renderer.renderImpulse()[0], 3);
+}
+
+TEST_F(Measure, SaysOnceThatAnEffectRendersNoNumbers) {
+  ImpulseAUwrapper renderer(unit.get(), 0, 10, false);
+  for (const float fault : {NAN, INFINITY, NAN}) {
+    Gains::added = fault;
+    renderer.freqResponse();
+  }
+  EXPECT_EQ(log_, Lines({"The effect renders samples that are not finite; its graph shows what there is."}));
 }
 
 TEST_F(Measure, SaysWhichStepFailed) {
