@@ -77,9 +77,10 @@ void Delay::process(std::span<float* const> channels, UInt32 frames) {
     openness_.follow(openness());
   }
 
+  const float wantedTime = value(delayTime);
   for (UInt32 i = 0; i < frames; ++i) {
-    if (fadeLeft_ == 0 && value(delayTime) != time_) {
-      time_ = value(delayTime);
+    if (fadeLeft_ == 0 && wantedTime != time_) {
+      time_ = wantedTime;
       oldTaps_ = taps_;
       taps_ = tapsOf(time_);
       fadeLeft_ = fadeFrames_;

@@ -40,10 +40,11 @@ void SampleDelay::clear() {
 }
 
 void SampleDelay::process(std::span<float* const> channels, UInt32 frames) {
+  const UInt32 wanted = wantedDelay();
   for (UInt32 i = 0; i < frames; ++i) {
-    if (fadeLeft_ == 0 && wantedDelay() != delay_) {
+    if (fadeLeft_ == 0 && wanted != delay_) {
       oldDelay_ = delay_;
-      delay_ = wantedDelay();
+      delay_ = wanted;
       fadeLeft_ = fadeFrames_;
     }
     const float old = static_cast<float>(fadeLeft_) / static_cast<float>(fadeFrames_);

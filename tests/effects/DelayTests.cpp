@@ -18,13 +18,6 @@ EffectBench::Samples impulse(size_t frames) {
   return samples;
 }
 
-Float64 tail(const EffectBench& bench) {
-  Float64 seconds = -1;
-  UInt32 size = sizeof seconds;
-  EXPECT_EQ(AudioUnitGetProperty(bench.unit(), kAudioUnitProperty_TailTime, 0, 0, &seconds, &size), noErr);
-  return seconds;
-}
-
 }  // namespace
 
 TEST(Delay, MeetsWholeNumbersOfFramesExactly) {
@@ -68,7 +61,7 @@ TEST(Delay, ComesBackWithTheFeedbackAndForEverAtAHundredPerCent) {
         const bool heard = echo >= 0 && echo == std::floor(echo);
         ASSERT_NEAR(output[i], heard ? std::pow(percent / 100, echo) : 0, 1e-6) << percent << " " << i;
       }
-      EXPECT_EQ(std::fabs(percent) == 100, tail(bench) == 30);
+      EXPECT_EQ(std::fabs(percent) == 100, bench.tailTime() == 30);
     }
   }
 }
@@ -102,7 +95,7 @@ TEST(Delay, DiesAwayWithinItsTail) {
       EffectBench bench("dely", {.inputs = 1, .outputs = 1});
       setAll(bench, {{mix, 100}, {delayTime, 0.01}, {feedback, percent}, {cutoff, lowest}});
       bench.reset();
-      const auto end = static_cast<std::ptrdiff_t>(std::ceil(tail(bench) * 44100)) + 1;
+      const auto end = static_cast<std::ptrdiff_t>(std::ceil(bench.tailTime() * 44100)) + 1;
       const auto output = bench.render(impulse(static_cast<size_t>(end) + 20000), 512)[0];
       const auto [low, high] = std::minmax_element(output.begin() + end, output.end());
       EXPECT_LT(std::max(-*low, *high), 0.001f) << percent;

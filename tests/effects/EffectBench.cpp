@@ -82,6 +82,17 @@ std::vector<std::pair<AudioUnitParameterID, AudioUnitParameterInfo>> EffectBench
   return all;
 }
 
+void EffectBench::setQuality(UInt32 quality) {
+  EXPECT_TRUE(setProperty(unit_, kAudioUnitProperty_RenderQuality, kAudioUnitScope_Global, quality));
+}
+
+Float64 EffectBench::seconds(AudioUnitPropertyID id) const {
+  Float64 seconds = -1;
+  UInt32 size = sizeof seconds;
+  EXPECT_EQ(AudioUnitGetProperty(unit_, id, kAudioUnitScope_Global, 0, &seconds, &size), noErr);
+  return seconds;
+}
+
 void EffectBench::reset() {
   EXPECT_EQ(AudioUnitReset(unit_, kAudioUnitScope_Global, 0), noErr);
 }

@@ -33,7 +33,10 @@ class EffectBench {
   void set(AudioUnitParameterID id, Float32 value);
   /// All parameters, ascending.
   std::vector<std::pair<AudioUnitParameterID, AudioUnitParameterInfo>> parameters() const;
+  void setQuality(UInt32 quality);
   void reset();
+  Float64 latency() const { return seconds(kAudioUnitProperty_Latency); }
+  Float64 tailTime() const { return seconds(kAudioUnitProperty_TailTime); }
 
   /// The whole input through the effect, in blocks of these lengths, again and again.
   Samples render(const Samples& input, std::span<const UInt32> blocks);
@@ -42,6 +45,7 @@ class EffectBench {
   Samples renderAround(const Samples& input, size_t at, const std::function<void()>& change);
 
  private:
+  Float64 seconds(AudioUnitPropertyID id) const;
   static OSStatus supply(void* self, UInt32*, const AudioTimeStamp*, UInt32, UInt32, AudioBufferList* data);
 
   Setup setup_;

@@ -108,15 +108,10 @@ TEST_P(EveryEffect, WorksAtEveryRateAndChannelCountItPromises) {
 TEST_P(EveryEffect, FallsSilentWithinItsLatencyAndTail) {
   EffectBench bench(GetParam());
   ASSERT_NE(bench.unit(), nullptr);
-  const auto frames = [&](AudioUnitPropertyID id) {
-    Float64 seconds = -1;
-    UInt32 size = sizeof seconds;
-    EXPECT_EQ(AudioUnitGetProperty(bench.unit(), id, 0, 0, &seconds, &size), noErr);
-    EXPECT_GE(seconds, 0);
-    return static_cast<size_t>(std::ceil(seconds * 44100));
-  };
+  EXPECT_GE(bench.latency(), 0);
+  EXPECT_GE(bench.tailTime(), 0);
   auto input = noise(2, 10000, 0.5f);
-  const size_t silent = 10000 + frames(kAudioUnitProperty_Latency) + frames(kAudioUnitProperty_TailTime);
+  const auto silent = static_cast<size_t>(10001 + (bench.latency() + bench.tailTime()) * 44100);
   for (auto& channel : input) channel.resize(silent + 5000);
   for (const auto& channel : bench.render(input, 512))
     for (size_t i = silent; i < channel.size(); ++i) ASSERT_LT(std::fabs(channel[i]), 0.0005f) << i;

@@ -20,9 +20,7 @@ constexpr double rates[] = {8000, 11025, 44100, 96000, 384000};
 TEST(PeakLimiter, DelaysByItsLatencyAndLeavesQuietSoundAlone) {
   for (const double rate : rates) {
     EffectBench bench("lmtr", {.sampleRate = rate});
-    Float64 latency = 0;
-    UInt32 size = sizeof latency;
-    EXPECT_EQ(AudioUnitGetProperty(bench.unit(), kAudioUnitProperty_Latency, 0, 0, &latency, &size), noErr);
+    const Float64 latency = bench.latency();
     EXPECT_NEAR(latency, 0.03, 0.5 / rate);
     const auto delay = static_cast<std::ptrdiff_t>(std::lround(latency * rate));
     for (const double attack : {0.001, 0.03}) {
