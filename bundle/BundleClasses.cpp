@@ -16,6 +16,7 @@
 #include "jxAULabel.h"
 #include "jxAUParamKnobView.h"
 #include "jxAUParamPopupView.h"
+#include "jxAUPitchParamView.h"
 #include "jxAUrenderQ.h"
 #include "jxAppleAUGUI_ViewFactory.h"
 #include "lmtr_UIView.h"
@@ -31,6 +32,7 @@
 #include "pmeqGraphView.h"
 #include "pmeq_UIView.h"
 #include "sdly_UIView.h"
+#include "tmpt_UIView.h"
 
 /// Every class of this module that is looked up by name or looks for the module's resources.
 extern "C" __attribute__((visibility("default"))) void TovinBundleClasses(
@@ -46,6 +48,7 @@ extern "C" __attribute__((visibility("default"))) void TovinBundleClasses(
       &jxAULabel::record(),
       &jxAUParamKnobView::record(),
       &jxAUParamPopupView::record(),
+      &jxAUPitchParamView::record(),
       &jxAUrenderQ::record(),
       &jxAUGraphDisplay::record(),
       &jxAUCompGraphView::record(),
@@ -71,5 +74,6 @@ extern "C" __attribute__((visibility("default"))) void TovinBundleClasses(
       &mrev_smallQCView::record(),
       &mrev_largeQCView::record(),
       &mrev_UIView::record(),
+      &tmpt_UIView::record(),
   };
 }

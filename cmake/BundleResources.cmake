@@ -35,7 +35,7 @@ foreach(font dejavu/DejaVuSans.ttf dejavu/DejaVuSans-Bold.ttf league-spartan/Lea
   tovin_bundle_copy(${file_${font}} ${resources}/Fonts/${name})
 endforeach()
 
-foreach(editor bpas dcmp dely filt lmtr lpas mcmp mrev pmeq sdly)
+foreach(editor bpas dcmp dely filt lmtr lpas mcmp mrev pmeq sdly tmpt)
   tovin_bundle_copy(${CMAKE_CURRENT_SOURCE_DIR}/resources/${editor}_cocoaUI.xml ${resources}/${editor}_cocoaUI.xml)
 endforeach()
 tovin_bundle_copy(${CMAKE_CURRENT_SOURCE_DIR}/resources/Info.xml ${contents}/Info.xml)

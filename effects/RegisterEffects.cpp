@@ -14,6 +14,7 @@
 #include "ParametricEQ.h"
 #include "PeakLimiter.h"
 #include "SampleDelay.h"
+#include "TimePitch.h"
 
 namespace {
 
@@ -42,6 +43,7 @@ constexpr Row effects[] = {
     {FourCharCode("mrev"), "Tovin: AUMatrixReverb", make<MatrixReverb>},
     {FourCharCode("pmeq"), "Tovin: AUParametricEQ", make<ParametricEQ>},
     {FourCharCode("sdly"), "Tovin: AUSampleDelay", make<SampleDelay>},
+    {FourCharCode("tmpt"), "Tovin: AUTimePitch", make<TimePitch>},
     {FourCharCode("Qmrv"), "Tovin: AUQuadMatrixReverb", make<MatrixReverb>},
 };
 

@@ -4,7 +4,9 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <set>
 
+#include "ContactSheet.h"
 #include "EditorBundle.h"
 #include "EditorWindow.h"
 #include "EffectArgument.h"
@@ -29,6 +31,7 @@ struct Options {
   double seconds = 2;
   float scale = 1;
   std::string output;
+  std::string sheet;
 };
 
 struct Outcome {
@@ -78,15 +81,20 @@ Outcome drawAll(const EditorBundle& bundle, const Options& options) {
   if (!options.settings.empty())
     return {exitWrongArguments, "--set: parameters differ between effects; expected one effect, not \"all\""};
   std::filesystem::create_directories(options.output);
+  ContactSheet sheet(options.scale);
+  std::set<std::string> onSheet;
   const ComponentDescription effects{.componentType = FourCharCode("aufx")};
   for (Component c = FindNextComponent(nullptr, &effects); c; c = FindNextComponent(c, &effects)) {
     const EffectInstance probe = openEffect(c);
-    if (!bundle.editorFor(probe.get())) continue;
+    const auto editor = bundle.editorFor(probe.get());
+    if (!editor) continue;
     const std::string file = options.output + "/" + effectCode(c) + ".png";
     Outcome outcome = drawEditor(bundle, c, options, file);
     if (outcome.status != exitOk) return outcome;
     std::cout << file << "\n";
+    if (onSheet.insert(editor->isa().name()).second) sheet.add(file, editor->frame().size);
   }
+  if (!options.sheet.empty()) sheet.writePng(options.sheet);
   return {};
 }
 
@@ -126,5 +134,7 @@ Command snapshotCommand(CLI::App& program) {
       ->capture_default_str();
   app->add_option("-o,--output", options->output, "the PNG file; with \"all\" the folder for them")
       ->required();
+  app->add_option("--sheet", options->sheet,
+                  "with \"all\", also this PNG file: one editor of each class, side by side");
   return {app, [options] { return run(*options); }};
 }

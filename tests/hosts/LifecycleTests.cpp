@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <random>
 
 #if defined(__SANITIZE_ADDRESS__)
 // Of the sanitizer's run-time library; the compiler's package brings no header for it.
@@ -12,6 +15,7 @@ extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 #include "AUCocoaUIBase.h"
+#include "AUEventListener.h"
 #include "AppKitClasses.h"
 #include "NSBundle.h"
 #include "NSRunLoop.h"
@@ -52,75 +56,123 @@ NSView* firstKnob(NSView& inside) {
   return nullptr;
 }
 
-/// The editor in a window, drawn, a knob pressed (which shows the overlay) and turned, all closed again.
-void openUseAndClose(AUCocoaUIBase& factory, AudioUnit unit, XConnection* x) {
-  const auto view = factory.uiViewForAudioUnit_withSize(unit, {0, 0});
-  const auto window = std::make_shared<NSWindow>(NSRect{{100, 100}, view->frame().size}, NSTitledWindowMask,
-                                                 NSBackingStoreBuffered, false);
-  window->setContentView(view);
-  window->makeKeyAndOrderFront();
-  NSRunLoop& loop = NSRunLoop::currentRunLoop();
-  loop.run(NSDate::timeIntervalSinceReferenceDate() + 0.005);
-  NSView& knob = *firstKnob(*view);
-  NSEvent event;
-  event.locationInWindow = knob.convertPoint_toView({20, 20}, nullptr);
-  knob.mouseDown(event);
-  event.deltaY = -20;
-  knob.mouseDragged(event);
-  loop.run(NSDate::timeIntervalSinceReferenceDate() + 0.055);
-  knob.mouseUp(event);
-  window->close();
-  XSync(x, False);
-  loop.runTurn();
+ComponentInstance opened(Component component) {
+  ComponentInstance unit = nullptr;
+  EXPECT_EQ(OpenAComponent(component, &unit), noErr);
+  return unit;
 }
 
-class Lifecycle : public testing::TestWithParam<OSType> {};
+/// The bundle on an X server, asked for editors as a host asks.
+class EditorsOnX11 : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_FALSE(XServer::instance().name().empty()) << "no X server: the Debian package xvfb is needed";
+    setenv("DISPLAY", XServer::instance().name().c_str(), 1);
+    x_ = XOpenDisplay(nullptr);
+    NSRegisterAppKitClasses();
+    RegisterEffects();
+    std::string error;
+    bundle_ = NSBundle::bundleWithPath(TOVIN_BUNDLE, error);
+    ASSERT_TRUE(bundle_ && bundle_->load(error)) << error;
+    factory_ = bundle_->principalClass()->make();
+    display_ = X11Display::create(error, 1);
+    ASSERT_TRUE(display_) << error;
+  }
+  void TearDown() override {
+    if (x_) XCloseDisplay(x_);
+  }
+
+  std::shared_ptr<NSWindow> openEditor(AudioUnit unit) {
+    const auto view = dynamic_cast<AUCocoaUIBase&>(*factory_).uiViewForAudioUnit_withSize(unit, {0, 0});
+    auto window = std::make_shared<NSWindow>(NSRect{{100, 100}, view->frame().size}, NSTitledWindowMask,
+                                             NSBackingStoreBuffered, false);
+    window->setContentView(view);
+    window->makeKeyAndOrderFront();
+    runFor(0.005);
+    return window;
+  }
+  /// The editor in a window, drawn, a knob pressed (which shows the overlay) and turned, all closed again.
+  void openUseAndClose(AudioUnit unit) {
+    const auto window = openEditor(unit);
+    NSView& knob = *firstKnob(*window->contentView());
+    NSEvent event;
+    event.locationInWindow = knob.convertPoint_toView({20, 20}, nullptr);
+    knob.mouseDown(event);
+    event.deltaY = -20;
+    knob.mouseDragged(event);
+    runFor(0.055);
+    knob.mouseUp(event);
+    window->close();
+    XSync(x_, False);
+    NSRunLoop::currentRunLoop().runTurn();
+  }
+  static void runFor(double seconds) {
+    NSRunLoop::currentRunLoop().run(NSDate::timeIntervalSinceReferenceDate() + seconds);
+  }
+  /// A pressed knob's end-stop timer, which holds the knob, runs for 1.5 seconds more.
+  static void letTimersEnd() { runFor(1.6); }
+
+  XConnection* x_ = nullptr;
+  std::shared_ptr<NSBundle> bundle_;
+  std::shared_ptr<NSObject> factory_;
+  std::shared_ptr<X11Display> display_;
+};
+
+class Lifecycle : public EditorsOnX11, public testing::WithParamInterface<OSType> {};
 
 TEST_P(Lifecycle, TwoHundredEditorsLeaveNothingBehind) {
-  ASSERT_FALSE(XServer::instance().name().empty()) << "no X server: the Debian package xvfb is needed";
-  setenv("DISPLAY", XServer::instance().name().c_str(), 1);
-  XConnection* x = XOpenDisplay(nullptr);
-  NSRegisterAppKitClasses();
-  RegisterEffects();
-  std::string error;
-  const auto bundle = NSBundle::bundleWithPath(TOVIN_BUNDLE, error);
-  ASSERT_TRUE(bundle && bundle->load(error)) << error;
-  const auto factory = bundle->principalClass()->make();
-  const auto display = X11Display::create(error, 1);
-  ASSERT_TRUE(display) << error;
   const ComponentDescription wanted{.componentType = FourCharCode("aufx"), .componentSubType = GetParam()};
-  ComponentInstance unit = nullptr;
-  ASSERT_EQ(OpenAComponent(FindNextComponent(nullptr, &wanted), &unit), noErr);
-
-  // A pressed knob's end-stop timer, which holds the knob, runs for 1.5 seconds more.
-  const auto letTimersEnd = [] {
-    NSRunLoop::currentRunLoop().run(NSDate::timeIntervalSinceReferenceDate() + 1.6);
-  };
+  const ComponentInstance unit = opened(FindNextComponent(nullptr, &wanted));
   size_t bytes = 0, descriptors = 0;
   unsigned windows = 0;
   for (int i = 0; i < 200; ++i) {
-    openUseAndClose(dynamic_cast<AUCocoaUIBase&>(*factory), unit, x);
+    openUseAndClose(unit);
     if (i == 9) {
       letTimersEnd();
       bytes = liveBytes();
       descriptors = openDescriptors();
-      windows = windowsOn(x);
+      windows = windowsOn(x_);
     }
   }
   letTimersEnd();
   EXPECT_LT(liveBytes(), bytes + 256 * 1024);
   EXPECT_EQ(openDescriptors(), descriptors);
-  EXPECT_EQ(windowsOn(x), windows);
+  EXPECT_EQ(windowsOn(x_), windows);
   EXPECT_EQ(NSRunLoop::currentRunLoop().timerCount(), 0u);
   CloseComponent(unit);
-  XCloseDisplay(x);
+}
+
+TEST_F(EditorsOnX11, AllEditorsAtOnceUnderAStormOfChanges) {
+  const ComponentDescription all{.componentType = FourCharCode("aufx")};
+  std::vector<std::pair<ComponentInstance, std::shared_ptr<NSWindow>>> editors;
+  for (Component c = FindNextComponent(nullptr, &all); c; c = FindNextComponent(c, &all)) {
+    const ComponentInstance unit = opened(c);
+    editors.emplace_back(unit, openEditor(unit));
+  }
+  EXPECT_EQ(editors.size(), 15u);
+  std::mt19937 random(1);
+  for (int i = 0; i < 10000; ++i) {
+    const AudioUnitParameter any{editors[random() % editors.size()].first,
+                                 static_cast<AudioUnitParameterID>(random() % 19), kAudioUnitScope_Global, 0};
+    AUParameterSet(nullptr, nullptr, &any, std::ldexp(static_cast<float>(random()) / 4e9f - 0.3f, 7), 0);
+    if (i % 500 == 0) runFor(0.03);
+  }
+  std::shuffle(editors.begin(), editors.end(), random);
+  for (auto& [unit, window] : editors) {
+    window->close();
+    window.reset();
+    CloseComponent(unit);
+    runFor(0.01);
+  }
+  letTimersEnd();
+  EXPECT_EQ(NSRunLoop::currentRunLoop().timerCount(), 0u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Editors, Lifecycle,
                          testing::Values(FourCharCode("sdly"), FourCharCode("mcmp"), FourCharCode("dcmp"),
                                          FourCharCode("lmtr"), FourCharCode("filt"), FourCharCode("lpas"),
                                          FourCharCode("pmeq"), FourCharCode("bpas"), FourCharCode("dely"),
-                                         FourCharCode("mrev")),
+                                         FourCharCode("mrev"), FourCharCode("tmpt")),
                          [](const auto& test) {
                            std::string name;
                            for (const int shift : {24, 16, 8, 0})

@@ -343,6 +343,28 @@ TEST_F(OpenEditor, TheDelayFollowsTempoRhythmAndPresets) {
   EXPECT_GT(std::abs(printed(1) - first - 100 * 3 / 472.0), 0.02) << "the last preset";
 }
 
+TEST_F(OpenEditor, AnIntervalBecomesSemitonesAndCents) {
+  openEffect("tmpt", 632);
+  const auto go = [this](int x, int y, const std::string& then) {
+    hands("mousemove " + std::to_string(left_ + x) + " " + std::to_string(top_ + y) + " " + then);
+  };
+  go(257, 67, "click 1");
+  sleepFor(0.2);
+  hands("key Home");
+  for (int i = 0; i < 5; ++i) hands("key Down");  // 2/1, 15/8, 9/5, 5/3, 8/5, 3/2
+  hands("key Return");
+  sleepFor(0.2);
+  EXPECT_NEAR(printed(1), 701.955, 1e-4);
+  go(72, 66, "click 4");  // a semitone more; the cents stay
+  sleepFor(0.2);
+  EXPECT_NEAR(printed(1), 801.955, 1e-4);
+  host_->write("1 -250\n");
+  sleepFor(0.2);
+  go(72, 66, "click 4");  // from -3 and 50, at which the knob of cents stands at its end
+  sleepFor(0.2);
+  EXPECT_NEAR(printed(1), -150.001, 1e-4);
+}
+
 TEST_F(OpenEditor, EndsCleanlyAlsoInTheMiddleOfADrag) {
   const auto politely = [this] {
     XEvent event{};
