@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "NSGraphicsContext.h"
+
 namespace {
 
 std::vector<Display*>& displays() {
@@ -17,6 +19,12 @@ Display::Display() {
 
 Display::~Display() {
   std::erase(displays(), this);
+}
+
+void Display::makeCurrent() {
+  std::erase(displays(), this);
+  displays().push_back(this);
+  NSGraphicsContext::setImageScale(scale());
 }
 
 Display* Display::current() {

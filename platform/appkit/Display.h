@@ -70,8 +70,11 @@ class Display {
  public:
   virtual ~Display();
 
-  /// Null before one is made. The newest display is current until it dies.
+  /// Null before one is made. The newest display is current until it dies or another is made current.
   static Display* current();
+  /// From now on windows open here, and images are made at this display's scale. For a program that serves
+  /// several, before it serves this one.
+  void makeCurrent();
 
   virtual std::unique_ptr<DisplayWindow> openWindow(const DisplayWindowOptions& options,
                                                     DisplayClient& client) = 0;

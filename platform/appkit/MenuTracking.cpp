@@ -75,8 +75,7 @@ void MenuTracking::open(NSPopUpButton& button, const NSEvent* press) {
 
 MenuTracking::MenuTracking(Passkey, NSPopUpButton& button)
     : button_(std::static_pointer_cast<NSPopUpButton>(button.shared_from_this())),
-      owner_(*button.window()),
-      modeBefore_(NSRunLoop::currentRunLoop().currentMode()) {
+      owner_(*button.window()) {
   const int marked = button.indexOfSelectedItem();
   const bool hasMarks = !button.pullsDown();
   view_ = std::make_shared<MenuView>(MenuView::Content{
@@ -96,7 +95,7 @@ MenuTracking::MenuTracking(Passkey, NSPopUpButton& button)
 }
 
 void MenuTracking::show() {
-  NSRunLoop::currentRunLoop().setCurrentMode(NSEventTrackingRunLoopMode);
+  loop_->setCurrentMode(NSEventTrackingRunLoopMode);
   window_->orderFront(button_.get());
   owner_.updateKeyboard();
   button_->setNeedsDisplay(true);
@@ -106,7 +105,7 @@ void MenuTracking::close() {
   const auto menu = std::exchange(current_, nullptr);
   if (!menu) return;
   menu->view_->stopScrolling();
-  NSRunLoop::currentRunLoop().setCurrentMode(menu->modeBefore_);
+  menu->loop_->setCurrentMode(menu->modeBefore_);
   menu->window_->orderOut(nullptr);
   menu->owner_.updateKeyboard();
   menu->button_->setNeedsDisplay(true);

@@ -66,5 +66,6 @@ class MenuTracking {
   std::optional<NSPoint> pressPlace_;  // of the button held down; screen points
   bool hasMoved_ = false;              // since the press that opened the menu
   bool isPointerInside_ = false;
-  NSRunLoopMode modeBefore_;
+  std::shared_ptr<NSRunLoop> loop_ = NSRunLoop::currentRunLoop().shared_from_this();
+  NSRunLoopMode modeBefore_ = loop_->currentMode();
 };

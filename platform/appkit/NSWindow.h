@@ -76,6 +76,10 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   /// During an event that waits for its end, so that going from one field to the next never gives it away.
   void updateKeyboard();
   void keyDown(const NSEvent& event);
+  /// A press in this window has not seen its release yet.
+  bool isInGesture() const { return router_.isPressed(); }
+  /// Where it is shown; null for a layer and before it is shown for the first time.
+  const DisplayWindow* displayWindow() const { return real_.get(); }
   /// What the window shows, with the layers on it; brought up to date first. Null while not visible.
   const Bitmap* snapshot();
 

@@ -61,6 +61,12 @@ class AUEffectBase {
   OSStatus setParameter(AudioUnitParameterID id, Float32 value);
   OSStatus render(UInt32* actionFlags, const AudioTimeStamp* timeStamp, UInt32 frames, AudioBufferList& data);
 
+  /// Writes a read-only parameter: an effect its own, and a host one of an instance that does not render but
+  /// stands for another that does. Any thread.
+  void setMeter(AudioUnitParameterID id, Float32 value) {
+    parameters_.setValueAt(parameters_.indexOf(id), value);
+  }
+
   Component component() const { return component_; }
   void setComponent(Component component) { component_ = component; }
   /// Different for every instance of the process, unlike its address.
@@ -77,10 +83,6 @@ class AUEffectBase {
   /// process() by as many frames as it renders.
   Float32 value(AudioUnitParameterID id) const { return parameters_.valueAt(parameters_.indexOf(id)); }
   AUSmoothedValue& smoothed(AudioUnitParameterID id) { return smoothed_[parameters_.indexOf(id)]; }
-  /// Writes a read-only parameter. Any thread.
-  void setMeter(AudioUnitParameterID id, Float32 value) {
-    parameters_.setValueAt(parameters_.indexOf(id), value);
-  }
   /// Property 12, in seconds; 0 at first. A change is announced. Main thread.
   void setLatency(Float64 seconds);
   /// Tells the listeners of a property that it changed. Any thread.

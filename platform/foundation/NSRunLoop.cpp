@@ -24,9 +24,20 @@ int milliseconds(NSTimeInterval seconds) {
   return seconds > 3600 ? 3600 * 1000 : static_cast<int>(std::ceil(seconds * 1000));
 }
 
+// Of the innermost scope. Without a destructor, which would keep an unloaded plug-in's code in memory.
+thread_local NSRunLoop* scoped = nullptr;
+
 }  // namespace
 
+NSRunLoop::Scope::Scope(std::shared_ptr<NSRunLoop> loop)
+    : loop_(std::move(loop)), before_(std::exchange(scoped, loop_.get())) {}
+
+NSRunLoop::Scope::~Scope() {
+  scoped = before_;
+}
+
 NSRunLoop& NSRunLoop::currentRunLoop() {
+  if (scoped) return *scoped;
   thread_local const auto loop = std::make_shared<NSRunLoop>();
   return *loop;
 }

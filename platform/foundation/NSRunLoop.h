@@ -35,8 +35,23 @@ class RunLoopObserver {
 /// pass. There is never a nested loop. All operations belong to the loop's thread, but for post and wake.
 class NSRunLoop : public std::enable_shared_from_this<NSRunLoop> {
  public:
-  /// Lives as long as its thread, and longer for whoever keeps a reference.
+  /// The loop of the innermost Scope, else the thread's own, which lives as long as the thread, and longer for
+  /// whoever keeps a reference.
   static NSRunLoop& currentRunLoop();
+
+  /// Makes a loop the thread's current one for the scope's life. For plug-ins: the thread is the host's, and
+  /// each of them pumps a loop of its own. Scopes nest; the loop is kept.
+  class Scope {
+   public:
+    explicit Scope(std::shared_ptr<NSRunLoop> loop);
+    ~Scope();
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+   private:
+    std::shared_ptr<NSRunLoop> loop_;
+    NSRunLoop* before_;
+  };
 
   NSRunLoop();
   ~NSRunLoop();

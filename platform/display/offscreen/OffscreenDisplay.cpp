@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "NSGraphicsContext.h"
 
 OffscreenDisplay::OffscreenDisplay(float scale) : scale_(scale) {
-  NSGraphicsContext::setImageScale(scale);
+  makeCurrent();
 }
 
 OffscreenDisplay::~OffscreenDisplay() = default;

@@ -1,6 +1,5 @@
 #include "X11Display.h"
 
-#include "NSGraphicsContext.h"
 #include "X11Clipboard.h"
 #include "X11Connection.h"
 #include "X11Events.h"
@@ -21,7 +20,7 @@ X11Display::X11Display(std::unique_ptr<X11Connection> connection, float scale)
       clipboard_(std::make_unique<X11Clipboard>(*connection_)),
       events_(std::make_unique<X11Events>(*connection_, *clipboard_)),
       pointer_(std::make_unique<X11Pointer>(*connection_, *events_, *screens_)) {
-  NSGraphicsContext::setImageScale(scale);
+  makeCurrent();
 }
 
 X11Display::~X11Display() = default;
