@@ -1,5 +1,13 @@
 #include "StretcherWorkshop.h"
 
+#include <chrono>
+
+namespace {
+
+constexpr std::chrono::milliseconds patience(20);
+
+}  // namespace
+
 void StretcherWorkshop::start(double sampleRate, uint32_t delay) {
   stop();
   sampleRate_ = sampleRate;
@@ -11,7 +19,8 @@ void StretcherWorkshop::start(double sampleRate, uint32_t delay) {
 void StretcherWorkshop::stop() {
   if (thread_.joinable()) {
     stopping_ = true;
-    wake_.release();
+    { const std::lock_guard lock(mutex_); }  // it has seen that, or is waiting
+    stop_.notify_one();
     thread_.join();
   }
   state_ = idle;
@@ -23,7 +32,6 @@ bool StretcherWorkshop::place(const Order& order) {
   if (state_.load(std::memory_order_acquire) != idle) return false;
   order_ = order;
   state_.store(ordered, std::memory_order_release);
-  wake_.release();
   return true;
 }
 
@@ -38,13 +46,12 @@ bool StretcherWorkshop::discard(std::unique_ptr<PitchStretcher>& stretcher) {
   PitchStretcher* none = nullptr;
   if (!discarded_.compare_exchange_strong(none, stretcher.get(), std::memory_order_release)) return false;
   static_cast<void>(stretcher.release());
-  wake_.release();
   return true;
 }
 
 void StretcherWorkshop::work() {
-  while (!stopping_) {
-    wake_.acquire();
+  std::unique_lock lock(mutex_);
+  while (!stop_.wait_for(lock, patience, [this] { return stopping_.load(); })) {
     std::unique_ptr<PitchStretcher>(discarded_.exchange(nullptr, std::memory_order_acquire));
     if (state_.load(std::memory_order_acquire) == ordered) {
       build();

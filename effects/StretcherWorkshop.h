@@ -1,13 +1,15 @@
 #pragma once
 
+#include <condition_variable>
 #include <memory>
-#include <semaphore>
+#include <mutex>
 #include <thread>
 
 #include "PitchStretcher.h"
 
 /// Builds stretchers for an audio thread on a thread of its own, fills them with what the effect was given
-/// before, and takes back what is no longer needed.
+/// before, and takes back what is no longer needed. Its thread looks for work by itself, since to wake it
+/// would take a system call.
 class StretcherWorkshop {
  public:
   struct Order {
@@ -49,7 +51,8 @@ class StretcherWorkshop {
   uint32_t delay_ = 0;
 
   std::thread thread_;
-  std::counting_semaphore<> wake_{0};
+  std::mutex mutex_;  // never the audio thread's
+  std::condition_variable stop_;
   std::atomic<bool> stopping_ = false;
   std::atomic<State> state_ = idle;  // says whose the next two are
   Order order_;

@@ -5,6 +5,12 @@
 namespace {
 
 std::atomic<size_t> count = 0;
+thread_local size_t heapCalls = 0;
+
+void countAllocation() {
+  ++count;
+  ++heapCalls;
+}
 
 }  // namespace
 
@@ -12,21 +18,62 @@ std::atomic<size_t> count = 0;
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*)(const volatile void*, size_t),
                                                          void (*)(const volatile void*));
 
-size_t allocationCount() {
-  static const int installed = __sanitizer_install_malloc_and_free_hooks(
-      [](const volatile void*, size_t) { ++count; }, [](const volatile void*) {});
-  static_cast<void>(installed);
-  return count;
-}
-#else
-extern "C" void* __libc_malloc(size_t);
+namespace {
 
-extern "C" void* malloc(size_t size) {
-  ++count;
+void install() {
+  static const int installed = __sanitizer_install_malloc_and_free_hooks(
+      [](const volatile void*, size_t) { countAllocation(); }, [](const volatile void*) { ++heapCalls; });
+  static_cast<void>(installed);
+}
+
+}  // namespace
+#else
+extern "C" {
+void* __libc_malloc(size_t);
+void* __libc_calloc(size_t, size_t);
+void* __libc_realloc(void*, size_t);
+void* __libc_memalign(size_t, size_t);
+void __libc_free(void*);
+
+void* malloc(size_t size) {
+  countAllocation();
   return __libc_malloc(size);
 }
 
+void* calloc(size_t number, size_t size) {
+  countAllocation();
+  return __libc_calloc(number, size);
+}
+
+void* realloc(void* memory, size_t size) {
+  countAllocation();
+  return __libc_realloc(memory, size);
+}
+
+void* aligned_alloc(size_t alignment, size_t size) {
+  countAllocation();
+  return __libc_memalign(alignment, size);
+}
+
+void free(void* memory) {
+  if (memory) ++heapCalls;
+  __libc_free(memory);
+}
+}
+
+namespace {
+
+void install() {}
+
+}  // namespace
+#endif
+
 size_t allocationCount() {
+  install();
   return count;
 }
-#endif
+
+size_t heapCallsOfThread() {
+  install();
+  return heapCalls;
+}

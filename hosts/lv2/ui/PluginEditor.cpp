@@ -1,0 +1,116 @@
+#include "PluginEditor.h"
+
+#include <cmath>
+
+#include "AudioUnitProperties.h"
+#include "EditorBundle.h"
+#include "NSLog.h"
+#include "NSWindow.h"
+#include "PluginKinds.h"
+
+extern "C" void TovinBundleClasses(std::vector<const Class*>& classes);
+
+namespace {
+
+/// One for all editors of this object: it stays until the object is unloaded.
+const EditorBundle* editorBundle(const std::string& folder, std::string& error) {
+  static std::unique_ptr<EditorBundle> bundle;
+  if (!bundle) bundle = EditorBundle::linked(folder + "/TovinAUGUI.bundle", &TovinBundleClasses, error);
+  return bundle.get();
+}
+
+void setSampleRate(AudioUnit effect, Float64 rate) {
+  for (const AudioUnitScope scope : {kAudioUnitScope_Input, kAudioUnitScope_Output}) {
+    AudioStreamBasicDescription format;
+    UInt32 size = sizeof format;
+    AudioUnitGetProperty(effect, kAudioUnitProperty_StreamFormat, scope, 0, &format, &size);
+    format.mSampleRate = rate;
+    if (AudioUnitSetProperty(effect, kAudioUnitProperty_StreamFormat, scope, 0, &format, size) == noErr)
+      continue;
+    NSLog("the effect does not work at the host's " + std::to_string(rate) + " Hz; its editor shows another");
+    return;
+  }
+}
+
+}  // namespace
+
+/// While the host is inside: this editor's loop and display are the current ones.
+class PluginEditor::Entered {
+ public:
+  explicit Entered(PluginEditor& editor) : scope_(editor.loop_) {
+    if (editor.display_) editor.display_->makeCurrent();
+  }
+
+ private:
+  NSRunLoop::Scope scope_;
+};
+
+std::unique_ptr<PluginEditor> PluginEditor::open(Component component, const std::string& folder,
+                                                 const EditorFeatures& features, const EditorHost& host,
+                                                 std::string& error) {
+  auto editor = std::make_unique<PluginEditor>(Passkey());
+  return editor->prepare(component, folder, features, host, error) ? std::move(editor) : nullptr;
+}
+
+bool PluginEditor::prepare(Component component, const std::string& folder, const EditorFeatures& features,
+                           const EditorHost& host, std::string& error) {
+  const Entered entered(*this);
+  const EditorBundle* bundle = editorBundle(folder, error);
+  if (!bundle) return false;
+  display_ = X11Display::create(error, features.scaleFactor);
+  if (!display_) return false;
+  effect_ = openEffect(component);
+  if (!effect_) {
+    error = effectCode(component) + ": the effect cannot be opened";
+    return false;
+  }
+  if (features.sampleRate) setSampleRate(effect_.get(), *features.sampleRate);
+  ports_ = std::make_unique<PluginPorts>(effect_.get());
+  mirror_ = std::make_unique<PortMirror>(effect_.get(), *ports_, host);
+  const std::shared_ptr<NSView> view = bundle->editorFor(effect_.get());
+  if (!view) {
+    error = effectCode(component) + ": there is no editor for this effect";
+    return false;
+  }
+  const NSSize size = view->frame().size;
+  window_ =
+      std::make_shared<NSWindow>(NSRect{{0, 0}, size}, NSTitledWindowMask, NSBackingStoreBuffered, false);
+  window_->setTitle(pluginName(component));
+  window_->setContentView(view);
+  window_->setInitialFirstResponder(view.get());
+  window_->setParentWindow(features.parent);
+  window_->makeKeyAndOrderFront();
+  if (features.resize)
+    features.resize->ui_resize(features.resize->handle,
+                               static_cast<int>(std::lround(size.width * display_->scale())),
+                               static_cast<int>(std::lround(size.height * display_->scale())));
+  loop_->runTurn();
+  return true;
+}
+
+PluginEditor::~PluginEditor() {
+  const Entered entered(*this);
+  if (window_) window_->close();
+  loop_->runTurn();  // what the end of a gesture changed still reaches the host
+  mirror_.reset();
+  window_.reset();
+  effect_.reset();
+  display_.reset();
+}
+
+unsigned long PluginEditor::window() const {
+  const DisplayWindow* shown = window_->displayWindow();
+  return shown ? nativeWindow(*shown) : 0;
+}
+
+void PluginEditor::portEvent(uint32_t port, float value) {
+  const Entered entered(*this);
+  mirror_->hostSet(port, value);
+}
+
+bool PluginEditor::idle() {
+  const Entered entered(*this);
+  loop_->runTurn();
+  mirror_->settle(window_->isInGesture());
+  return window_->displayWindow() != nullptr;
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "EditorFeatures.h"
+#include "EffectInstance.h"
+#include "NSRunLoop.h"
+#include "PortMirror.h"
+#include "X11Display.h"
+
+class NSWindow;
+
+/// The open editor of one plug-in, in a window of the host's. It shows an effect of its own, which mirrors
+/// the plug-in's ports, and has a display connection and a run loop of its own, which the host pumps. All of
+/// it on the host's interface thread.
+class PluginEditor {
+ public:
+  /// `folder`: that of the plug-ins, with the bundle of editors in it. Null with a message in `error`.
+  static std::unique_ptr<PluginEditor> open(Component component, const std::string& folder,
+                                            const EditorFeatures& features, const EditorHost& host,
+                                            std::string& error);
+  ~PluginEditor();
+
+  /// The X window.
+  unsigned long window() const;
+  void portEvent(uint32_t port, float value);
+  /// Does all that is due. False when the window is gone.
+  bool idle();
+
+  /// For open alone.
+  struct Passkey {
+   private:
+    friend PluginEditor;
+    explicit Passkey() = default;
+  };
+  explicit PluginEditor(Passkey) {}
+
+ private:
+  class Entered;
+
+  bool prepare(Component component, const std::string& folder, const EditorFeatures& features,
+               const EditorHost& host, std::string& error);
+
+  std::shared_ptr<NSRunLoop> loop_ = std::make_shared<NSRunLoop>();
+  std::unique_ptr<X11Display> display_;
+  EffectInstance effect_;
+  std::unique_ptr<PluginPorts> ports_;
+  std::unique_ptr<PortMirror> mirror_;
+  std::shared_ptr<NSWindow> window_;
+};

@@ -1,0 +1,131 @@
+#include "HostedEditor.h"
+
+#include <dlfcn.h>
+#include <lv2/atom/atom.h>
+#include <lv2/parameters/parameters.h>
+
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <map>
+#include <thread>
+#include <utility>
+
+#include "LoadedPlugin.h"
+
+namespace {
+
+const std::string objectFile = TOVIN_LV2 "/tovin_lv2_ui.so";
+
+LV2_URID urid(LV2_URID_Map_Handle, const char* uri) {
+  static std::map<std::string, LV2_URID> known;
+  return known.emplace(uri, known.size() + 1).first->second;
+}
+
+}  // namespace
+
+EditorObject::EditorObject() : handle_(dlopen(objectFile.c_str(), RTLD_NOW | RTLD_LOCAL)) {}
+
+EditorObject::~EditorObject() {
+  if (handle_) dlclose(handle_);
+}
+
+bool EditorObject::isInMemory() {
+  std::ifstream maps("/proc/self/maps");
+  for (std::string line; std::getline(maps, line);)
+    if (line.find("tovin_lv2_ui.so") != std::string::npos) return true;
+  return false;
+}
+
+const LV2UI_Descriptor* EditorObject::editorOf(const std::string& code) const {
+  if (!handle_) return nullptr;
+  const auto find = reinterpret_cast<LV2UI_DescriptorFunction>(dlsym(handle_, "lv2ui_descriptor"));
+  const LV2UI_Descriptor* found = nullptr;
+  for (uint32_t i = 0; find && (found = find(i)); ++i)
+    if (found->URI == "urn:tovin:lv2:" + code + "#ui") break;
+  return found;
+}
+
+HostedEditor::HostedEditor(const EditorObject& object, const std::string& code, unsigned long parent,
+                           float scale)
+    : descriptor_(object.editorOf(code)) {
+  const LilvPlugin* plugin = PluginFolder::shared().plugin(code);
+  if (!descriptor_ || !plugin) return;
+  for (uint32_t i = 0; i < lilv_plugin_get_num_ports(plugin); ++i)
+    symbols_.push_back(
+        lilv_node_as_string(lilv_port_get_symbol(plugin, lilv_plugin_get_port_by_index(plugin, i))));
+  written_.resize(symbols_.size());
+
+  LV2_URID_Map map{nullptr, &urid};
+  LV2UI_Touch touchFeature{this, &touch};
+  LV2UI_Resize resizeFeature{this, &resize};
+  const float rate = 48000;
+  const LV2_URID number = urid(nullptr, LV2_ATOM__Float);
+  const LV2_Options_Option options[] = {
+      {LV2_OPTIONS_INSTANCE, 0, urid(nullptr, LV2_UI__scaleFactor), sizeof scale, number, &scale},
+      {LV2_OPTIONS_INSTANCE, 0, urid(nullptr, LV2_PARAMETERS__sampleRate), sizeof rate, number, &rate},
+      {LV2_OPTIONS_INSTANCE, 0, 0, 0, 0, nullptr}};
+  const LV2_Feature features[] = {{LV2_UI__parent, reinterpret_cast<void*>(parent)},
+                                  {LV2_UI__touch, &touchFeature},
+                                  {LV2_UI__resize, &resizeFeature},
+                                  {LV2_URID__map, &map},
+                                  {LV2_OPTIONS__options, const_cast<LV2_Options_Option*>(options)}};
+  const LV2_Feature* list[std::size(features) + 1] = {};
+  for (size_t i = 0; i < std::size(features); ++i) list[i] = &features[i];
+  editor_ = descriptor_->instantiate(descriptor_, ("urn:tovin:lv2:" + code).c_str(), TOVIN_LV2 "/", &write,
+                                     this, &widget_, list);
+}
+
+void HostedEditor::close() {
+  if (editor_) descriptor_->cleanup(editor_);
+  editor_ = nullptr;
+}
+
+void HostedEditor::set(const std::string& symbol, float value) {
+  const auto port = std::find(symbols_.begin(), symbols_.end(), symbol) - symbols_.begin();
+  descriptor_->port_event(editor_, static_cast<uint32_t>(port), sizeof value, 0, &value);
+}
+
+bool HostedEditor::idle(double seconds) {
+  const auto* loop =
+      static_cast<const LV2UI_Idle_Interface*>(descriptor_->extension_data(LV2_UI__idleInterface));
+  const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  for (;;) {
+    if (loop->idle(editor_) != 0) return false;
+    if (std::chrono::steady_clock::now() >= until) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(33));
+  }
+}
+
+HostedEditor::Log HostedEditor::takeLog() {
+  return std::exchange(log_, {});
+}
+
+float HostedEditor::written(const std::string& symbol) const {
+  return written_[static_cast<size_t>(std::find(symbols_.begin(), symbols_.end(), symbol) -
+                                      symbols_.begin())];
+}
+
+void HostedEditor::note(std::string entry) {
+  if (log_.empty() || log_.back() != entry) log_.push_back(std::move(entry));
+}
+
+void HostedEditor::write(LV2UI_Controller self, uint32_t port, uint32_t size, uint32_t protocol,
+                         const void* data) {
+  auto& host = *static_cast<HostedEditor*>(self);
+  if (protocol != 0 || size != sizeof(float)) return host.note("a write of another kind");
+  host.written_.at(port) = *static_cast<const float*>(data);
+  host.note(host.symbols_[port]);
+}
+
+void HostedEditor::touch(LV2UI_Feature_Handle self, uint32_t port, bool grabbed) {
+  auto& host = *static_cast<HostedEditor*>(self);
+  host.note((grabbed ? "+" : "-") + host.symbols_.at(port));
+}
+
+int HostedEditor::resize(LV2UI_Feature_Handle self, int width, int height) {
+  auto& host = *static_cast<HostedEditor*>(self);
+  host.width_ = width;
+  host.height_ = height;
+  return 0;
+}
