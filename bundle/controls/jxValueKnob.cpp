@@ -116,7 +116,8 @@ void jxValueKnob::setFloatValue(float value) {
 }
 
 void jxValueKnob::setFloatValue_string(float value, const std::string& text) {
-  knob->setFloatValue(value);
+  // What a whole-numbered knob has been turned beyond its number stays, so that slow turning adds up.
+  if (knob->floatValue() != value) knob->setFloatValue(value);
   valueView->setStringValue(text);
 }
 

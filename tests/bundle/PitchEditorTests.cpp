@@ -62,6 +62,16 @@ TEST_F(PitchEditor, TheTwoKnobsMakeOnePitch) {
   EXPECT_EQ(knob.floatValue(), 5) << "whole, and kept without a parameter";
 }
 
+TEST_F(PitchEditor, SlowTurningAddsUpToSemitones) {
+  display_.press(window->convertBaseToScreen(semitones->convertPoint_toView({46, 38}, nullptr)));
+  for (int i = 0; i < 40; ++i) {
+    display_.moveBy(0, 1);
+    advance(0.05);
+  }
+  display_.release();
+  EXPECT_GE(parameter(1), 100);
+}
+
 TEST_F(PitchEditor, IntervalsAreJust) {
   auto& pitch = dynamic_cast<tmpt_UIView&>(*editor);
   const struct {

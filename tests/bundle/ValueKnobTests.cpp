@@ -97,8 +97,8 @@ TEST_F(ValueKnobTests, turningShowsTheValueAndTellsTheTarget) {
   const auto view = make(0, 10, 5);
   const auto window = showInside({600, 300}, view);
   for (const bool integer : {false, true}) {
-    view->setIntegerOnly(integer);
     view->setFloatValue(5);
+    view->setIntegerOnly(integer);
     press(knobOf(*view));
     display_.moveBy(0, 10);  // 100 points count as one unit of drag: 5 + 10 x 0.0316228
     advance(0.05);
