@@ -1,8 +1,10 @@
 #include "jxValueKnob.h"
 
 #include <algorithm>
+#include <map>
 
 #include "NSBundle.h"
+#include "NSGraphicsContext.h"
 #include "NSImageUtils.h"
 #include "NSViewUtils.h"
 #include "NSWindow.h"
@@ -16,6 +18,22 @@ constexpr int digits = 6;
 
 std::string numberText(float value) {
   return stringWithNiceFloatValue_digits(value, digits);
+}
+
+/// The background with a knob's face at that place. Knobs that are made together share one: the shadow of the
+/// face is dear.
+std::shared_ptr<NSImage> backgroundWithFace(NSRect knobFrame) {
+  static std::map<std::pair<float, float>, std::weak_ptr<NSImage>> made;  // by place and scale
+  auto& known = made[{NSMinX(knobFrame), NSGraphicsContext::imageScale()}];
+  if (auto image = known.lock()) return image;
+  const NSBundle* bundle = NSBundle::bundleForClass(jxValueKnob::record());
+  const auto image = NSImage::initByReferencingFile(
+      bundle ? bundle->pathForImageResource("auParamKnobBackground") : std::string());
+  image->lockFocus();
+  jxAURotaryKnob::drawKnobBackgroundInRect(NSInsetRect(knobFrame, -9, -9));
+  image->unlockFocus();
+  known = image;
+  return image;
 }
 
 }  // namespace
@@ -87,13 +105,7 @@ jxValueKnob::jxValueKnob(NSRect frame, const std::string& name, const std::strin
   valueView->setAction(NSSelectorFromString("valueViewChanged:"));
   addSubview(valueView);
 
-  const NSBundle* bundle = NSBundle::bundleForClass(record());
-  const auto background = NSImage::initByReferencingFile(
-      bundle ? bundle->pathForImageResource("auParamKnobBackground") : std::string());
-  background->lockFocus();
-  jxAURotaryKnob::drawKnobBackgroundInRect(NSInsetRect(knobFrame, -9, -9));
-  background->unlockFocus();
-  setImage(background);
+  setImage(backgroundWithFace(knobFrame));
 }
 
 void jxValueKnob::addLabel(NSRect frame, const char* fontName, float points, float white,

@@ -20,16 +20,9 @@ const EditorBundle* editorBundle(const std::string& folder, std::string& error) 
 }
 
 void setSampleRate(AudioUnit effect, Float64 rate) {
-  for (const AudioUnitScope scope : {kAudioUnitScope_Input, kAudioUnitScope_Output}) {
-    AudioStreamBasicDescription format;
-    UInt32 size = sizeof format;
-    AudioUnitGetProperty(effect, kAudioUnitProperty_StreamFormat, scope, 0, &format, &size);
-    format.mSampleRate = rate;
-    if (AudioUnitSetProperty(effect, kAudioUnitProperty_StreamFormat, scope, 0, &format, size) == noErr)
-      continue;
+  if (AudioUnitSetProperty(effect, kAudioUnitProperty_SampleRate, kAudioUnitScope_Global, 0, &rate,
+                           sizeof rate) != noErr)
     NSLog("the effect does not work at the host's " + std::to_string(rate) + " Hz; its editor shows another");
-    return;
-  }
 }
 
 }  // namespace
