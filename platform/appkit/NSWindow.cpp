@@ -96,15 +96,15 @@ void NSWindow::place() {
   isLayer_ = false;
   if (real_) {
     real_->setFrame(frame_);
-  } else if (Display* display = Display::current()) {
-    real_ = display->openWindow({.frame = frame_,
-                                 .title = title_,
-                                 .borderless = borderless_,
-                                 .translucent = !opaque_,
-                                 .ignoresMouse = ignoresMouse_,
-                                 .parent = parent_,
-                                 .owner = owner_ ? owner_->real_.get() : nullptr},
-                                *this);
+  } else if ((display_ = owner_ ? owner_->display_ : Display::current())) {
+    real_ = display_->openWindow({.frame = frame_,
+                                  .title = title_,
+                                  .borderless = borderless_,
+                                  .translucent = !opaque_,
+                                  .ignoresMouse = ignoresMouse_,
+                                  .parent = parent_,
+                                  .owner = owner_ ? owner_->real_.get() : nullptr},
+                                 *this);
     if (owner_) real_->show(false);
   }
   addDamage(bounds());
@@ -216,6 +216,7 @@ void NSWindow::keyDown(const NSEvent& event) {
 
 void NSWindow::displayEvent(const NSEvent& event) {
   const auto self = shared(this);
+  display_->makeCurrent();
   inEvent_ = true;
   NSGuardCallback("event", [&] { router_.handle(event); });
   inEvent_ = false;
@@ -276,7 +277,9 @@ NSTimeInterval NSWindow::nextDue() const {
 }
 
 void NSWindow::runPhase(NSTimeInterval) {
-  if (visible_ && real_) presentPending();
+  if (!visible_ || !real_) return;
+  display_->makeCurrent();
+  presentPending();
 }
 
 std::vector<WindowSurface::Layer> NSWindow::layers() const {

@@ -119,6 +119,7 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   EventRouter router_{*this};
 
   std::shared_ptr<NSRunLoop> loop_;
+  Display* display_ = nullptr;           // of real_, and current while this window is served
   std::unique_ptr<DisplayWindow> real_;  // null while hidden and for a layer
   std::optional<WindowSurface> surface_;
   DamageList damage_;          // to be drawn

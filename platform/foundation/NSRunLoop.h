@@ -39,8 +39,8 @@ class NSRunLoop : public std::enable_shared_from_this<NSRunLoop> {
   /// whoever keeps a reference.
   static NSRunLoop& currentRunLoop();
 
-  /// Makes a loop the thread's current one for the scope's life. For plug-ins: the thread is the host's, and
-  /// each of them pumps a loop of its own. Scopes nest; the loop is kept.
+  /// Makes a loop the thread's current one for the scope's life. For plug-ins: the thread is the host's, and a
+  /// loop of the thread's own would outlive the plug-in's code. Scopes nest; the loop is kept.
   class Scope {
    public:
     explicit Scope(std::shared_ptr<NSRunLoop> loop);

@@ -208,6 +208,9 @@ TEST_F(PluginEditors, EndInAnyOrder) {
     }
   EXPECT_EQ(open.size(), 30u);
   for (const auto& one : open) one->idle(0);
+  open.back()->set("pitch", 100);
+  open.back()->idle(0.1);
+  EXPECT_EQ(open.back()->takeLog(), Log{});
   std::mt19937 random(7);
   std::shuffle(open.begin(), open.end(), random);
   while (!open.empty()) {
@@ -248,12 +251,14 @@ TEST_F(PluginEditors, EndInTheMiddleOfADragAndAfterTheirWindow) {
 }
 
 TEST_F(PluginEditors, AreLoadedAndUnloadedFiftyTimes) {
+  object.unload();
   for (int i = 0; i < 50; ++i) {
     const EditorObject again;
     HostedEditor one(again, i % 2 ? "lpas" : "mrev", parent);
     ASSERT_TRUE(one.isOpen());
     one.idle(0);
   }
+  EXPECT_FALSE(EditorObject::isInMemory());
 }
 
 class EditorCycles : public PluginEditors, public testing::WithParamInterface<const char*> {};

@@ -26,8 +26,9 @@ LV2_URID urid(LV2_URID_Map_Handle, const char* uri) {
 
 EditorObject::EditorObject() : handle_(dlopen(objectFile.c_str(), RTLD_NOW | RTLD_LOCAL)) {}
 
-EditorObject::~EditorObject() {
+void EditorObject::unload() {
   if (handle_) dlclose(handle_);
+  handle_ = nullptr;
 }
 
 bool EditorObject::isInMemory() {

@@ -12,10 +12,11 @@ class EditorObject {
  public:
   /// Null descriptors when it cannot be loaded.
   EditorObject();
-  ~EditorObject();
+  ~EditorObject() { unload(); }
   EditorObject(const EditorObject&) = delete;
   EditorObject& operator=(const EditorObject&) = delete;
 
+  void unload();
   const LV2UI_Descriptor* editorOf(const std::string& code) const;
   static bool isInMemory();
 

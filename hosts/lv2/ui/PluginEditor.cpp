@@ -1,6 +1,7 @@
 #include "PluginEditor.h"
 
 #include <cmath>
+#include <map>
 
 #include "AudioUnitProperties.h"
 #include "EditorBundle.h"
@@ -19,6 +20,20 @@ const EditorBundle* editorBundle(const std::string& folder, std::string& error) 
   return bundle.get();
 }
 
+std::shared_ptr<NSRunLoop> sharedLoop() {
+  static std::weak_ptr<NSRunLoop> known;
+  auto loop = known.lock();
+  if (!loop) known = loop = std::make_shared<NSRunLoop>();
+  return loop;
+}
+
+std::shared_ptr<X11Display> sharedDisplay(float scale, std::string& error) {
+  static std::map<float, std::weak_ptr<X11Display>> known;
+  auto display = known[scale].lock();
+  if (!display) known[scale] = display = X11Display::create(error, scale);
+  return display;
+}
+
 void setSampleRate(AudioUnit effect, Float64 rate) {
   if (AudioUnitSetProperty(effect, kAudioUnitProperty_SampleRate, kAudioUnitScope_Global, 0, &rate,
                            sizeof rate) != noErr)
@@ -27,16 +42,7 @@ void setSampleRate(AudioUnit effect, Float64 rate) {
 
 }  // namespace
 
-/// While the host is inside: this editor's loop and display are the current ones.
-class PluginEditor::Entered {
- public:
-  explicit Entered(PluginEditor& editor) : scope_(editor.loop_) {
-    if (editor.display_) editor.display_->makeCurrent();
-  }
-
- private:
-  NSRunLoop::Scope scope_;
-};
+PluginEditor::PluginEditor(Passkey) : loop_(sharedLoop()) {}
 
 std::unique_ptr<PluginEditor> PluginEditor::open(Component component, const std::string& folder,
                                                  const EditorFeatures& features, const EditorHost& host,
@@ -47,11 +53,12 @@ std::unique_ptr<PluginEditor> PluginEditor::open(Component component, const std:
 
 bool PluginEditor::prepare(Component component, const std::string& folder, const EditorFeatures& features,
                            const EditorHost& host, std::string& error) {
-  const Entered entered(*this);
+  const NSRunLoop::Scope scope(loop_);
   const EditorBundle* bundle = editorBundle(folder, error);
   if (!bundle) return false;
-  display_ = X11Display::create(error, features.scaleFactor);
+  display_ = sharedDisplay(features.scaleFactor, error);
   if (!display_) return false;
+  display_->makeCurrent();
   effect_ = openEffect(component);
   if (!effect_) {
     error = effectCode(component) + ": the effect cannot be opened";
@@ -82,7 +89,7 @@ bool PluginEditor::prepare(Component component, const std::string& folder, const
 }
 
 PluginEditor::~PluginEditor() {
-  const Entered entered(*this);
+  const NSRunLoop::Scope scope(loop_);
   if (window_) window_->close();
   loop_->runTurn();  // what the end of a gesture changed still reaches the host
   mirror_.reset();
@@ -97,12 +104,12 @@ unsigned long PluginEditor::window() const {
 }
 
 void PluginEditor::portEvent(uint32_t port, float value) {
-  const Entered entered(*this);
+  const NSRunLoop::Scope scope(loop_);
   mirror_->hostSet(port, value);
 }
 
 bool PluginEditor::idle() {
-  const Entered entered(*this);
+  const NSRunLoop::Scope scope(loop_);
   loop_->runTurn();
   mirror_->settle(window_->isInGesture());
   return window_->displayWindow() != nullptr;

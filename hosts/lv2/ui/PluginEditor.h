@@ -12,8 +12,8 @@
 class NSWindow;
 
 /// The open editor of one plug-in, in a window of the host's. It shows an effect of its own, which mirrors
-/// the plug-in's ports, and has a display connection and a run loop of its own, which the host pumps. All of
-/// it on the host's interface thread.
+/// the plug-in's ports. All open editors share one run loop, which the host pumps through any of them, and
+/// those of one scale a connection to the display. All of it on the host's interface thread.
 class PluginEditor {
  public:
   /// `folder`: that of the plug-ins, with the bundle of editors in it. Null with a message in `error`.
@@ -34,16 +34,14 @@ class PluginEditor {
     friend PluginEditor;
     explicit Passkey() = default;
   };
-  explicit PluginEditor(Passkey) {}
+  explicit PluginEditor(Passkey);
 
  private:
-  class Entered;
-
   bool prepare(Component component, const std::string& folder, const EditorFeatures& features,
                const EditorHost& host, std::string& error);
 
-  std::shared_ptr<NSRunLoop> loop_ = std::make_shared<NSRunLoop>();
-  std::unique_ptr<X11Display> display_;
+  std::shared_ptr<NSRunLoop> loop_;
+  std::shared_ptr<X11Display> display_;
   EffectInstance effect_;
   std::unique_ptr<PluginPorts> ports_;
   std::unique_ptr<PortMirror> mirror_;
