@@ -1,6 +1,6 @@
 #include "FontFile.h"
 
-#include <cairo-ft.h>
+#include <cairo.h>
 #include <hb-ot.h>
 #include <hb.h>
 
@@ -10,46 +10,77 @@
 #include "NSBundle.h"
 #include "NSLog.h"
 
+namespace {
+
+/// Puts outlines, which come in units of the font with y upwards, into the current path.
+struct Pen {
+  cairo_t* cairo;
+  double x, y;   // of the glyph's origin
+  double scale;  // points to a unit
+
+  double across(float value) const { return x + value * scale; }
+  double up(float value) const { return y + value * scale; }
+
+  static Pen& of(void* data) { return *static_cast<Pen*>(data); }
+  static void moveTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
+    const Pen& pen = of(data);
+    cairo_move_to(pen.cairo, pen.across(x), pen.up(y));
+  }
+  static void lineTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
+    const Pen& pen = of(data);
+    cairo_line_to(pen.cairo, pen.across(x), pen.up(y));
+  }
+  static void curveTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x1, float y1, float x2, float y2,
+                      float x, float y, void*) {
+    const Pen& pen = of(data);
+    cairo_curve_to(pen.cairo, pen.across(x1), pen.up(y1), pen.across(x2), pen.up(y2), pen.across(x),
+                   pen.up(y));
+  }
+  static void close(hb_draw_funcs_t*, void* data, hb_draw_state_t*, void*) {
+    cairo_close_path(of(data).cairo);
+  }
+};
+
+}  // namespace
+
 struct FontFile::Handles {
-  FT_Face face = nullptr;
-  hb_font_t* shaper = nullptr;
-  cairo_font_face_t* drawn = nullptr;
+  hb_font_t* font = nullptr;
+  hb_draw_funcs_t* pen = nullptr;
   unsigned unitsPerEm = 1000;
 
   ~Handles() {
-    if (drawn) cairo_font_face_destroy(drawn);
-    if (shaper) hb_font_destroy(shaper);
+    hb_draw_funcs_destroy(pen);
+    hb_font_destroy(font);
   }
 
-  bool open(FT_Library library, const std::string& path) {
-    if (FT_New_Face(library, path.c_str(), 0, &face)) return false;
-    // cairo's caches may outlive us, so the face closes with the last of its users.
-    static const cairo_user_data_key_t faceKey{};
-    drawn = cairo_ft_font_face_create_for_ft_face(face, FT_LOAD_NO_HINTING);
-    cairo_font_face_set_user_data(drawn, &faceKey, face,
-                                  [](void* f) { FT_Done_Face(static_cast<FT_Face>(f)); });
-
+  bool open(const std::string& path) {
     hb_blob_t* blob = hb_blob_create_from_file(path.c_str());
-    hb_face_t* tables = hb_face_create(blob, 0);
-    unitsPerEm = hb_face_get_upem(tables);
-    shaper = hb_font_create(tables);
-    hb_ot_font_set_funcs(shaper);
-    hb_face_destroy(tables);
+    hb_face_t* face = hb_face_create(blob, 0);
+    const bool isFont = hb_face_get_glyph_count(face) > 0;
+    unitsPerEm = hb_face_get_upem(face);
+    font = hb_font_create(face);
+    hb_ot_font_set_funcs(font);
+    hb_face_destroy(face);
     hb_blob_destroy(blob);
-    return unitsPerEm > 0;
+    pen = hb_draw_funcs_create();
+    hb_draw_funcs_set_move_to_func(pen, &Pen::moveTo, nullptr, nullptr);
+    hb_draw_funcs_set_line_to_func(pen, &Pen::lineTo, nullptr, nullptr);
+    hb_draw_funcs_set_cubic_to_func(pen, &Pen::curveTo, nullptr, nullptr);  // quadratic ones come as cubic
+    hb_draw_funcs_set_close_path_func(pen, &Pen::close, nullptr, nullptr);
+    return isFont && unitsPerEm > 0;
+  }
+
+  void draw(unsigned long glyph, Pen& at) const {
+    const auto index = static_cast<hb_codepoint_t>(glyph);
+#if HB_VERSION_ATLEAST(7, 0, 0)
+    hb_font_draw_glyph(font, index, pen, &at);
+#else
+    hb_font_get_glyph_shape(font, index, pen, &at);
+#endif
   }
 };
 
 namespace {
-
-FT_Library freetype() {
-  static const FT_Library library = [] {
-    FT_Library opened = nullptr;
-    if (FT_Init_FreeType(&opened)) NSLog("FreeType cannot be initialised");
-    return opened;
-  }();
-  return library;
-}
 
 std::string pathOf(std::string_view name) {
   const size_t dot = name.rfind('.');
@@ -68,7 +99,7 @@ FontFile* FontFile::named(std::string_view name) {
   if (const auto found = files.find(name); found != files.end()) return found->second.get();
   const std::string path = pathOf(name);
   auto handles = std::make_unique<Handles>();
-  if (path.empty() || !freetype() || !handles->open(freetype(), path)) {
+  if (path.empty() || !handles->open(path)) {
     NSLogOnce("font file " + std::string(name) + (path.empty() ? " is in no open bundle" : " is no font"));
     return nullptr;
   }
@@ -85,7 +116,7 @@ std::vector<FontFile::Glyph> FontFile::shape(std::string_view text) const {
   hb_buffer_add_utf8(buffer, text.data(), static_cast<int>(text.size()), 0, static_cast<int>(text.size()));
   hb_buffer_set_direction(buffer, HB_DIRECTION_LTR);
   hb_buffer_guess_segment_properties(buffer);
-  hb_shape(handles_->shaper, buffer, nullptr, 0);
+  hb_shape(handles_->font, buffer, nullptr, 0);
 
   unsigned count = 0;
   const hb_glyph_info_t* infos = hb_buffer_get_glyph_infos(buffer, &count);
@@ -106,27 +137,16 @@ std::vector<FontFile::Glyph> FontFile::shape(std::string_view text) const {
 
 void FontFile::show(cairo_t* cairo, const std::vector<Glyph>& glyphs, float x, float y, float size) const {
   // The baseline stands on a whole pixel, so that the feet of letters are crisp; across, glyphs stay where
-  // shaping put them. Outlines, because cached glyph images would be moved to whole pixels both ways.
+  // shaping put them. Outlines, because cached glyph images would be moved to whole pixels both ways; by
+  // HarfBuzz, because cairo keeps fonts of its own for longer than a plug-in is loaded.
   double px = x, py = y;
   cairo_user_to_device(cairo, &px, &py);
   py = std::round(py);
   cairo_device_to_user(cairo, &px, &py);
-  std::vector<cairo_glyph_t> placed;
-  placed.reserve(glyphs.size());
-  for (const Glyph& g : glyphs) placed.push_back({g.index, px + g.x * size, py});
-
-  cairo_font_options_t* options = cairo_font_options_create();
-  cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-  cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-  cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-  cairo_set_font_options(cairo, options);
-  cairo_font_options_destroy(options);
-  cairo_set_font_face(cairo, handles_->drawn);
-  // y grows upwards: the font's own y, which grows downwards, is mirrored back.
-  cairo_matrix_t matrix;
-  cairo_matrix_init(&matrix, size, 0, 0, -size, 0, 0);
-  cairo_set_font_matrix(cairo, &matrix);
   cairo_new_path(cairo);
-  cairo_glyph_path(cairo, placed.data(), static_cast<int>(placed.size()));
+  for (const Glyph& g : glyphs) {
+    Pen pen{cairo, px + g.x * size, py, size / static_cast<double>(handles_->unitsPerEm)};
+    handles_->draw(g.index, pen);
+  }
   cairo_fill(cairo);
 }

@@ -4,7 +4,6 @@
 #include <map>
 
 #include "AudioUnitProperties.h"
-#include "EditorBundle.h"
 #include "NSLog.h"
 #include "NSWindow.h"
 #include "PluginKinds.h"
@@ -13,12 +12,8 @@ extern "C" void TovinBundleClasses(std::vector<const Class*>& classes);
 
 namespace {
 
-/// One for all editors of this object: it stays until the object is unloaded.
-const EditorBundle* editorBundle(const std::string& folder, std::string& error) {
-  static std::unique_ptr<EditorBundle> bundle;
-  if (!bundle) bundle = EditorBundle::linked(folder + "/TovinAUGUI.bundle", &TovinBundleClasses, error);
-  return bundle.get();
-}
+// What all open editors share goes with the last of them, not with the object's static variables, of which
+// nobody knows the order.
 
 std::shared_ptr<NSRunLoop> sharedLoop() {
   static std::weak_ptr<NSRunLoop> known;
@@ -32,6 +27,14 @@ std::shared_ptr<X11Display> sharedDisplay(float scale, std::string& error) {
   auto display = known[scale].lock();
   if (!display) known[scale] = display = X11Display::create(error, scale);
   return display;
+}
+
+std::shared_ptr<EditorBundle> sharedBundle(const std::string& folder, std::string& error) {
+  static std::weak_ptr<EditorBundle> known;
+  auto bundle = known.lock();
+  if (!bundle)
+    known = bundle = EditorBundle::linked(folder + "/TovinAUGUI.bundle", &TovinBundleClasses, error);
+  return bundle;
 }
 
 void setSampleRate(AudioUnit effect, Float64 rate) {
@@ -54,8 +57,8 @@ std::unique_ptr<PluginEditor> PluginEditor::open(Component component, const std:
 bool PluginEditor::prepare(Component component, const std::string& folder, const EditorFeatures& features,
                            const EditorHost& host, std::string& error) {
   const NSRunLoop::Scope scope(loop_);
-  const EditorBundle* bundle = editorBundle(folder, error);
-  if (!bundle) return false;
+  bundle_ = sharedBundle(folder, error);
+  if (!bundle_) return false;
   display_ = sharedDisplay(features.scaleFactor, error);
   if (!display_) return false;
   display_->makeCurrent();
@@ -67,7 +70,7 @@ bool PluginEditor::prepare(Component component, const std::string& folder, const
   if (features.sampleRate) setSampleRate(effect_.get(), *features.sampleRate);
   ports_ = std::make_unique<PluginPorts>(effect_.get());
   mirror_ = std::make_unique<PortMirror>(effect_.get(), *ports_, host);
-  const std::shared_ptr<NSView> view = bundle->editorFor(effect_.get());
+  const std::shared_ptr<NSView> view = bundle_->editorFor(effect_.get());
   if (!view) {
     error = effectCode(component) + ": there is no editor for this effect";
     return false;

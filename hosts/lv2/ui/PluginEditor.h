@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "EditorBundle.h"
 #include "EditorFeatures.h"
 #include "EffectInstance.h"
 #include "NSRunLoop.h"
@@ -41,6 +42,7 @@ class PluginEditor {
                const EditorHost& host, std::string& error);
 
   std::shared_ptr<NSRunLoop> loop_;
+  std::shared_ptr<EditorBundle> bundle_;
   std::shared_ptr<X11Display> display_;
   EffectInstance effect_;
   std::unique_ptr<PluginPorts> ports_;
