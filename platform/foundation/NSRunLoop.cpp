@@ -50,6 +50,13 @@ NSRunLoop::~NSRunLoop() {
   close(wakeDescriptor_);
 }
 
+void NSRunLoop::invalidateTimersOf(const std::function<bool(const NSObject& target)>& isSuch) {
+  std::vector<std::shared_ptr<NSTimer>> found;
+  for (const TimerEntry& entry : timers_)
+    if (entry.timer->target() && isSuch(*entry.timer->target())) found.push_back(entry.timer);
+  for (const auto& timer : found) timer->invalidate();
+}
+
 void NSRunLoop::addTimer_forMode(std::shared_ptr<NSTimer> timer, NSRunLoopMode mode) {
   for (TimerEntry& entry : timers_) {
     if (entry.timer == timer) {

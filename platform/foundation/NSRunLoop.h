@@ -8,6 +8,7 @@
 
 #include "NSDate.h"
 
+class NSObject;
 class NSTimer;
 
 /// What the loop is doing: ordinary work, an open menu, a modal panel. Timers and listeners are served
@@ -65,6 +66,8 @@ class NSRunLoop : public std::enable_shared_from_this<NSRunLoop> {
   /// Adding a timer again adds the mode; in three modes it still ticks once a period.
   void addTimer_forMode(std::shared_ptr<NSTimer> timer, NSRunLoopMode mode);
   size_t timerCount() const;
+  /// Ends those whose target is such a one, so that nothing holds it any more.
+  void invalidateTimersOf(const std::function<bool(const NSObject& target)>& isSuch);
 
   /// Calls `readable` in each turn in which the descriptor can be read. Not owned.
   void addDescriptor(int fd, std::function<void()> readable);

@@ -20,6 +20,8 @@ class NSTimer : public NSObject {
   void invalidate();
   bool isValid() const { return target_ != nullptr; }
   NSObject* userInfo() const { return userInfo_.get(); }
+  /// Null once it has ended.
+  NSObject* target() const { return target_.get(); }
 
   NSTimeInterval dueTime() const { return due_; }
   /// Ticks once. A repeating timer keeps its grid (start + n × interval): ticks missed by `now` are

@@ -12,13 +12,11 @@ extern "C" void TovinBundleClasses(std::vector<const Class*>& classes);
 
 namespace {
 
-// What all open editors share goes with the last of them, not with the object's static variables, of which
-// nobody knows the order.
+// What all open editors share. Bundle and displays go with the last of them, not with the object's static
+// variables, of which nobody knows the order.
 
 std::shared_ptr<NSRunLoop> sharedLoop() {
-  static std::weak_ptr<NSRunLoop> known;
-  auto loop = known.lock();
-  if (!loop) known = loop = std::make_shared<NSRunLoop>();
+  static const auto loop = std::make_shared<NSRunLoop>();  // listeners stay on it from one editor to the next
   return loop;
 }
 
@@ -96,6 +94,13 @@ PluginEditor::~PluginEditor() {
   if (window_) window_->close();
   loop_->runTurn();  // what the end of a gesture changed still reaches the host
   mirror_.reset();
+  if (window_) {
+    const NSView& content = *window_->contentView();
+    loop_->invalidateTimersOf([&content](const NSObject& target) {
+      const auto* view = dynamic_cast<const NSView*>(&target);
+      return view && view->isDescendantOf(content);
+    });
+  }
   window_.reset();
   effect_.reset();
   display_.reset();
