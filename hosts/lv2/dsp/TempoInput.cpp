@@ -4,6 +4,19 @@
 #include <lv2/time/time.h>
 
 #include <cmath>
+#include <cstring>
+
+namespace {
+
+/// Some hosts align their buffers to four bytes only, where atoms want eight.
+template <class T>
+T at(const uint8_t* place) {
+  T value;
+  std::memcpy(&value, place, sizeof value);
+  return value;
+}
+
+}  // namespace
 
 TempoInput::TempoInput(const LV2_URID_Map& map) {
   const auto id = [&map](const char* uri) { return map.map(map.handle, uri); };
@@ -17,26 +30,40 @@ TempoInput::TempoInput(const LV2_URID_Map& map) {
   long_ = id(LV2_ATOM__Long);
 }
 
-bool TempoInput::isPosition(const LV2_Atom& atom) const {
-  return (atom.type == object_ || atom.type == blank_) &&
-         reinterpret_cast<const LV2_Atom_Object&>(atom).body.otype == position_;
-}
-
-float TempoInput::numberOf(const LV2_Atom& atom, float otherwise) const {
-  if (atom.type == float_) return reinterpret_cast<const LV2_Atom_Float&>(atom).body;
-  if (atom.type == double_) return static_cast<float>(reinterpret_cast<const LV2_Atom_Double&>(atom).body);
-  if (atom.type == int_) return static_cast<float>(reinterpret_cast<const LV2_Atom_Int&>(atom).body);
-  if (atom.type == long_) return static_cast<float>(reinterpret_cast<const LV2_Atom_Long&>(atom).body);
+float TempoInput::numberOf(LV2_URID type, const uint8_t* body, uint32_t size, float otherwise) const {
+  if (type == float_ && size >= sizeof(float)) return at<float>(body);
+  if (type == double_ && size >= sizeof(double)) return static_cast<float>(at<double>(body));
+  if (type == int_ && size >= sizeof(int32_t)) return static_cast<float>(at<int32_t>(body));
+  if (type == long_ && size >= sizeof(int64_t)) return static_cast<float>(at<int64_t>(body));
   return otherwise;
 }
 
-float TempoInput::read(const LV2_Atom_Sequence& sequence, float before) const {
+float TempoInput::tempoOf(const uint8_t* object, const uint8_t* end, float before) const {
+  if (at<LV2_Atom_Object_Body>(object).otype != position_) return before;
   float tempo = before;
-  LV2_ATOM_SEQUENCE_FOREACH(&sequence, event) {
-    if (!isPosition(event->body)) continue;
-    const LV2_Atom* told = nullptr;
-    lv2_atom_object_get(reinterpret_cast<const LV2_Atom_Object*>(&event->body), beatsPerMinute_, &told, 0);
-    if (told) tempo = numberOf(*told, tempo);
+  for (const uint8_t* place = object + sizeof(LV2_Atom_Object_Body);
+       place + sizeof(LV2_Atom_Property_Body) <= end;) {
+    const auto property = at<LV2_Atom_Property_Body>(place);
+    const uint8_t* value = place + sizeof property;
+    if (property.value.size > end - value) break;
+    if (property.key == beatsPerMinute_)
+      tempo = numberOf(property.value.type, value, property.value.size, tempo);
+    place = value + lv2_atom_pad_size(property.value.size);
+  }
+  return tempo;
+}
+
+float TempoInput::read(const LV2_Atom_Sequence& sequence, float before) const {
+  const auto* start = reinterpret_cast<const uint8_t*>(&sequence);
+  const uint8_t* end = start + sizeof(LV2_Atom) + sequence.atom.size;
+  float tempo = before;
+  for (const uint8_t* place = start + sizeof sequence; place + sizeof(LV2_Atom_Event) <= end;) {
+    const auto atom = at<LV2_Atom_Event>(place).body;
+    const uint8_t* body = place + sizeof(LV2_Atom_Event);
+    if (atom.size > end - body) break;
+    if ((atom.type == object_ || atom.type == blank_) && atom.size >= sizeof(LV2_Atom_Object_Body))
+      tempo = tempoOf(body, body + atom.size, tempo);
+    place = body + lv2_atom_pad_size(atom.size);
   }
   return std::isfinite(tempo) ? tempo : before;
 }

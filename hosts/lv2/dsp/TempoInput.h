@@ -13,8 +13,8 @@ class TempoInput {
   float read(const LV2_Atom_Sequence& sequence, float before) const;
 
  private:
-  bool isPosition(const LV2_Atom& atom) const;
-  float numberOf(const LV2_Atom& atom, float otherwise) const;
+  float tempoOf(const uint8_t* object, const uint8_t* end, float before) const;
+  float numberOf(LV2_URID type, const uint8_t* body, uint32_t size, float otherwise) const;
 
   LV2_URID object_, blank_, position_, beatsPerMinute_;
   LV2_URID float_, double_, int_, long_;
