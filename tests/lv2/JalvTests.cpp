@@ -1,6 +1,7 @@
 // The plug-ins in a ready-made host: jalv.gtk3, on a JACK server that plays to nobody.
 
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -35,7 +36,11 @@ class Jalv : public testing::Test {
                                        environment);
     sleepFor(1.5);
   }
-  static void TearDownTestSuite() { jack_.reset(); }
+  static void TearDownTestSuite() {
+    jack_->signal(SIGTERM);  // killed, it would stay in the list of servers, which is short
+    EXPECT_GE(jack_->wait(10), 0) << jack_->errors();
+    jack_.reset();
+  }
   void SetUp() override {
     ASSERT_FALSE(XServer::instance().name().empty()) << "no X server: the Debian package xvfb is needed";
     setenv("DISPLAY", XServer::instance().name().c_str(), 1);
