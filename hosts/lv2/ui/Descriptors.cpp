@@ -46,13 +46,15 @@ void cleanup(LV2UI_Handle handle) {
   delete static_cast<PluginEditor*>(handle);
 }
 
+// While they open or close an editor, some hosts call with no handle.
+
 void portEvent(LV2UI_Handle handle, uint32_t port, uint32_t size, uint32_t format, const void* buffer) {
-  if (format == floatProtocol && size == sizeof(float))
+  if (handle && format == floatProtocol && size == sizeof(float))
     static_cast<PluginEditor*>(handle)->portEvent(port, *static_cast<const float*>(buffer));
 }
 
 int idle(LV2UI_Handle handle) {
-  return static_cast<PluginEditor*>(handle)->idle() ? 0 : 1;
+  return handle && static_cast<PluginEditor*>(handle)->idle() ? 0 : 1;
 }
 
 const void* extensionData(const char* uri) {
