@@ -40,4 +40,5 @@ foreach(editor bpas dcmp dely filt lmtr lpas mcmp mrev pmeq sdly tmpt)
 endforeach()
 tovin_bundle_copy(${CMAKE_CURRENT_SOURCE_DIR}/resources/Info.xml ${contents}/Info.xml)
 
+set(TOVIN_BUNDLE_FILES ${made} CACHE INTERNAL "Everything in the bundle but its module")
 add_custom_target(TovinAUGUIResources DEPENDS ${made})

@@ -18,15 +18,6 @@ class EditorBaseTests : public BundleFixture {
   Unit unit_ = openTestUnit();
 };
 
-TEST_F(EditorBaseTests, rectangles) {
-  EXPECT_EQ(jxAppleAUView::standardRectExpand(NSMakeRect(10, 10, 100, 50)), NSMakeRect(13, 5, 94, 70));
-  EXPECT_EQ(jxAppleAUView::rectExpand_left_top_right_bottom(NSMakeRect(10, 20, 30, 40), 1, 2, 4, 8),
-            NSMakeRect(9, 12, 35, 50));
-  const NSView first(NSMakeRect(10, 20, 30, 40)), last(NSMakeRect(100, 25, 50, 60));
-  EXPECT_EQ(jxAppleAUView::sectionRectFrom_to(first, last), NSMakeRect(10, 20, 140, 65));
-  EXPECT_EQ(jxAppleAUView::sectionRectFrom_to(first, first), first.frame());
-}
-
 TEST_F(EditorBaseTests, idleComesWhileTheWindowShowsAnEffect) {
   const size_t timers = NSRunLoop::currentRunLoop().timerCount();
   auto window = show(editor_);

@@ -109,15 +109,6 @@ TEST_F(FactoryTests, effectsAndTheirEditors) {
   EXPECT_EQ(editorFor(Unit()), nullptr);
 }
 
-TEST_F(FactoryTests, eachCallMakesAnotherEditorOfItsOwnSize) {
-  const Unit unit = open("aufx", "Tovn", "dely");
-  const auto first = editorFor(unit), second = editorFor(unit, {1000, 1000});
-  EXPECT_NE(first, second);
-  EXPECT_EQ(first->frame(), second->frame());
-  const std::weak_ptr<NSView> watched = first;
-  EXPECT_EQ(first.use_count(), 1) << "it is the host's alone";
-}
-
 TEST_F(FactoryTests, whatIsWrongWithADescriptionIsLogged) {
   const std::string file = copy().description("mrev");
   const struct {

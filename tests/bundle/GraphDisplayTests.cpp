@@ -96,15 +96,6 @@ TEST_F(GraphDisplayTests, linesSnapToPixelCentresAndStayOffTheEdges) {
   }
 }
 
-TEST_F(GraphDisplayTests, aLineIsRefusedAgainAfterARebuildAndTheDirectionsDoNotCount) {
-  const auto graph = make();
-  EXPECT_TRUE(add(*graph, true, 100));
-  EXPECT_TRUE(add(*graph, false, 100));
-  graph->setUseXUnits_yUnits(true, true);
-  EXPECT_FALSE(add(*graph, true, 100));
-  EXPECT_FALSE(add(*graph, false, 100));
-}
-
 class FloodedGraph : public jxAUGraphDisplay {
  public:
   using jxAUGraphDisplay::jxAUGraphDisplay;

@@ -93,13 +93,4 @@ TEST_F(HandleGraph, TheEditedHandleIsHighlighted) {
   EXPECT_EQ(colorAt({85, 200}), inBand);
 }
 
-TEST_F(HandleGraph, HandlesThatDoNotExistAreLogged) {
-  EXPECT_EQ(graph->colorOfHandle(2), nullptr);
-  EXPECT_EQ(graph->getPointForHandle(2), NSPoint());
-  graph->setPoint_width_forHandle({1, 1}, 1, 2);
-  EXPECT_EQ(log_,
-            Told({"Error! out of bounds handleColors", "Error! trying to get point for non-existing handle",
-                  "Error! trying to set point for non-existing handle nr 2"}));
-}
-
 }  // namespace

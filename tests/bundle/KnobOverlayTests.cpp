@@ -18,26 +18,6 @@ class KnobOverlayTests : public BundleFixture {
   static jxAUKnobOverlayWindow& overlay() { return *jxAURotaryKnob::overlayWindow(); }
 };
 
-TEST_F(KnobOverlayTests, placeAndSize) {
-  const float smp = jxAUKnobOverlayView::calculateTextSize(" smp").width;
-  EXPECT_GT(smp, jxAUKnobOverlayView::calculateTextSize("smp").width);
-  const struct {
-    const char* unit;
-    NSRect knob, frame;
-  } rows[] = {
-      {"", NSMakeRect(500, 400, 40, 40), NSMakeRect(390, 385, 165, 70)},
-      {"smp", NSMakeRect(500, 400, 40, 40), NSMakeRect(390 - smp, 385, 165 + smp, 70)},
-      {"", NSMakeRect(500, 400, 40, 60), NSMakeRect(390, 405, 165, 70)},  // a square at the top
-      {"", NSMakeRect(500, 400, 41, 41), NSMakeRect(390, 385, 166, 71)},
-  };
-  for (const auto& row : rows) {
-    jxAUKnobOverlayWindow window;
-    window.setUnit(row.unit);
-    window.setKnobRect(row.knob);
-    EXPECT_EQ(window.frame(), row.frame) << row.unit;
-  }
-}
-
 TEST_F(KnobOverlayTests, itLiesRoundThePressedKnobAndShowsItsValueAndUnit) {
   const auto ground = std::make_shared<NSView>(NSMakeRect(0, 0, 700, 300));
   const auto first = knob(NSMakeRect(300, 100, 40, 40)), second = knob(NSMakeRect(500, 150, 40, 40));

@@ -1,3 +1,4 @@
+#include "AudioUnitProperties.h"
 #include "EditorFixture.h"
 #include "NSException.h"
 #include "NSMenuItem.h"
@@ -84,6 +85,18 @@ TEST_F(PitchEditor, IntervalsAreJust) {
     NSMenuItem item(row.title);
     pitch.justMenuChanged(&item);
     EXPECT_NEAR(parameter(1), row.cents, 1e-3f) << row.title;
+  }
+}
+
+TEST_F(PitchEditor, TheMenuShowsTheQualityThatIsInForce) {
+  const auto& menu = outlet<jxAUrenderQ>("renderQ");
+  const std::pair<UInt32, const char*> rows[] = {{96, "high"}, {0, "minimum"}, {64, "medium"},
+                                                 {32, "low"},  {100, "low"},   {127, "maximum"}};
+  for (const auto& [quality, title] : rows) {
+    AudioUnitSetProperty(unit.get(), kAudioUnitProperty_RenderQuality, kAudioUnitScope_Global, 0, &quality,
+                         sizeof quality);
+    advance(0.1);
+    EXPECT_EQ(menu.stringValue(), title) << quality;
   }
 }
 

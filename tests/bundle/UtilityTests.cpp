@@ -81,31 +81,6 @@ class Listener : public NSView {
   std::vector<NSObject*> heard;
 };
 
-TEST_F(UtilityTests, aMessageReachesDirectSubviewsAndThroughABoxThoseInIt) {
-  const SEL hear = NSSelectorFromString("hear:");
-  NSView editor(NSMakeRect(0, 0, 100, 100));
-  const auto direct = std::make_shared<Listener>(NSMakeRect(0, 0, 10, 10));
-  const auto nested = std::make_shared<Listener>(NSMakeRect(0, 0, 5, 5));
-  const auto boxed = std::make_shared<Listener>(NSMakeRect(0, 0, 10, 10));
-  const auto box = std::make_shared<NSBox>(NSMakeRect(20, 20, 50, 50));
-  direct->addSubview(nested);
-  box->viewForSubviews().addSubview(boxed);
-  editor.addSubview(box);
-  editor.addSubview(direct);
-  NSObject word;
-
-  performSelectorOnSubviews_object(editor, hear, &word);
-  EXPECT_EQ(direct->heard, std::vector<NSObject*>{&word});
-  EXPECT_TRUE(nested->heard.empty());
-  EXPECT_TRUE(boxed->heard.empty());
-
-  performSelectorOnSubviews_object(*box, hear, &word);
-  EXPECT_EQ(boxed->heard, std::vector<NSObject*>{&word});
-  performSelectorOnSubviews(*box, hear);
-  EXPECT_EQ(boxed->heard.back(), nullptr);
-  performSelectorOnSubviews(editor, NSSelectorFromString("unheardOf:"));
-}
-
 /// Draws a slanted line on a translucent ground.
 class Ground : public NSView {
  public:

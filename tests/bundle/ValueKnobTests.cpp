@@ -83,16 +83,6 @@ TEST_F(ValueKnobTests, automationDoesNotOverwriteTyping) {
   EXPECT_EQ(target_->take(), Lines{});
 }
 
-TEST_F(ValueKnobTests, settingFromCodeShowsTheValueAndSendsNothing) {
-  const auto view = make(0, 100, 20);
-  view->setFloatValue(33.25f);
-  EXPECT_EQ(fieldOf(*view).stringValue(), "33.25");
-  view->setFloatValue_string(900, "much");
-  EXPECT_EQ(fieldOf(*view).stringValue(), "much");
-  EXPECT_EQ(view->floatValue(), 100);
-  EXPECT_EQ(target_->take(), Lines{});
-}
-
 TEST_F(ValueKnobTests, turningShowsTheValueAndTellsTheTarget) {
   const auto view = make(0, 10, 5);
   const auto window = showInside({600, 300}, view);
@@ -107,17 +97,6 @@ TEST_F(ValueKnobTests, turningShowsTheValueAndTellsTheTarget) {
     EXPECT_EQ(target_->take(), (Lines{"beginAction:", integer ? "turned: 5.00" : "turned: 5.32"}));
     display_.release();
     EXPECT_EQ(target_->take(), (Lines{"endAction:", integer ? "turned: 5.00" : "turned: 5.32"}));
-  }
-}
-
-TEST_F(ValueKnobTests, aSymmetricRangeHasItsWedgeFromTheTop) {
-  const struct {
-    float min, max;
-    bool pan;
-  } rows[] = {{-12, 12, true}, {0, 12, false}, {-12, 11, false}, {12, -12, true}};
-  for (const auto& row : rows) {
-    const auto view = make(row.min, row.max, row.max);
-    EXPECT_EQ(knobOf(*view).panStyle(), row.pan) << row.min << " to " << row.max;
   }
 }
 

@@ -53,43 +53,6 @@ TEST_P(EveryEffect, DescribesItselfConsistently) {
   CFRelease(presets);
 }
 
-TEST_P(EveryEffect, RendersTheSameFromEachResetInAnyBlocksAndInAnyInstance) {
-  EffectBench bench(GetParam());
-  EffectBench other(GetParam());
-  ASSERT_NE(bench.unit(), nullptr);
-  const auto input = noise(2, 20000, 0.5f);
-  bench.render(input, 512);  // leaves a history behind
-  setAll(other, 0.3f);
-  other.render(input, 512);
-  for (EffectBench* each : {&bench, &other}) {
-    setAll(*each, 0.6f);
-    each->reset();
-  }
-  const auto first = bench.render(input, 512);
-  bench.reset();
-  EXPECT_EQ(first, bench.render(input, 512));
-  EXPECT_EQ(first, other.render(input, 512));
-  other.reset();
-  const UInt32 odd[] = {1, 511, 64, 17};
-  const auto cut = other.render(input, odd);
-  for (size_t c = 0; c < 2; ++c)
-    for (size_t i = 0; i < cut[c].size(); ++i) ASSERT_NEAR(cut[c][i], first[c][i], 1e-5f) << c << " " << i;
-}
-
-TEST_P(EveryEffect, StaysFiniteWhateverItIsGiven) {
-  EffectBench bench(GetParam());
-  ASSERT_NE(bench.unit(), nullptr);
-  auto input = noise(2, 4096, 0.5f);
-  input[0][100] = std::nanf("");
-  input[1][200] = std::numeric_limits<float>::infinity();
-  input[0][300] = -std::numeric_limits<float>::max();
-  for (const float position : {0.1f, 0.5f, 1.0f}) {
-    setAll(bench, position);
-    for (const auto& channel : bench.render(input, 256))
-      for (const float sample : channel) ASSERT_TRUE(std::isfinite(sample)) << position;
-  }
-}
-
 TEST_P(EveryEffect, WorksAtEveryRateAndChannelCountItPromises) {
   const Float64 lowest = worksFrom500Hz.contains(GetParam()) ? 500 : 8000;
   EXPECT_EQ(EffectBench(GetParam(), {lowest - 1, 2, 2, 64}).unit(), nullptr);

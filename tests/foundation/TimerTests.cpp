@@ -75,23 +75,6 @@ TEST_F(Timers, KeepTheirGridAndDropMissedTicks) {
   EXPECT_NEAR(ticker->times[3] - start, 0.8, 1e-9);
 }
 
-TEST_F(Timers, TickOnceAPeriodHoweverTimeIsCutIntoSteps) {
-  timer(0.05, true);
-  for (int step = 0; step < 200; ++step) clock.advance(loop, 0.05);
-  EXPECT_EQ(ticks(), 200u);
-}
-
-TEST_F(Timers, TickOnceAPeriodAfterAMonthOfUptime) {
-  // So late that readings of the clock are coarser than the grid's arithmetic.
-  SetClock late(3e6);
-  const auto t = timer(0.0001, true);
-  for (int i = 0; i < 2000; ++i) {
-    late.time = t->dueTime();
-    loop.runTurn();
-    ASSERT_GT(t->dueTime(), late.time) << "tick " << i << " would come again";
-  }
-}
-
 TEST_F(Timers, OneTimerInThreeModesTicksOnceInWhicheverIsOn) {
   const auto t = timer(0.1, true);
   loop.addTimer_forMode(t, NSEventTrackingRunLoopMode);
@@ -126,32 +109,6 @@ TEST_F(Timers, EndInsideTheirOwnTickAndFreeTheirTarget) {
   EXPECT_EQ(loop.timerCount(), 0u);
   ticker = nullptr;
   EXPECT_TRUE(watched.expired());
-}
-
-TEST_F(Timers, KeepATargetThatIsLetGoInsideItsTickUntilTheTickIsOver) {
-  timer(0.1, false);
-  std::weak_ptr<Ticker> watched = ticker;
-  bool alive = false;
-  ticker->onTick = [&](NSTimer& self) {
-    ticker = nullptr;
-    self.invalidate();
-    alive = !watched.expired();
-  };
-  clock.advance(loop, 0.1);
-  EXPECT_TRUE(alive);
-  EXPECT_TRUE(watched.expired());
-}
-
-TEST_F(Timers, OfOneInstantTickInOrderOfDueTimeThenOfScheduling) {
-  std::vector<NSTimer*> order;
-  ticker->onTick = [&](NSTimer& self) { order.push_back(&self); };
-  const auto second = timer(0.2, false);
-  const auto third = timer(0.2, false);
-  const auto first = timer(0.1, false);
-  NSRunLoop unrelated;
-  clock.advance(unrelated, 0.3);
-  loop.runTurn();
-  EXPECT_EQ(order, (std::vector<NSTimer*>{first.get(), second.get(), third.get()}));
 }
 
 TEST_F(Timers, AnExceptionInATickIsLoggedAndTheOthersTick) {

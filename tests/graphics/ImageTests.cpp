@@ -156,24 +156,3 @@ TEST_F(ImageFiles, DrawingIntoOneImageOfAFileTouchesNoOther) {
   EXPECT_EQ(shown(*other), "bbbb");
   EXPECT_EQ(shown(*NSImage::initByReferencingFile(path)), "bbbb");
 }
-
-TEST(Image, TheRegistryRefusesANameThatIsTaken) {
-  EXPECT_EQ(NSImage::imageNamed("registry test"), nullptr);
-  const auto first = NSImage::initWithSize({1, 1});
-  EXPECT_TRUE(first->setName("registry test"));
-  EXPECT_FALSE(NSImage::initWithSize({2, 2})->setName("registry test"));
-  EXPECT_EQ(NSImage::imageNamed("registry test"), first);
-}
-
-TEST(Image, SizesRoundUpToWholePixels) {
-  NSGraphicsContext::setImageScale(1.5f);
-  const auto image = NSImage::initWithSize({3, 1});
-  image->lockFocus();
-  NSBezierPath::fillRect(NSMakeRect(0, 0, 3, 1));
-  image->unlockFocus();
-  NSGraphicsContext::setImageScale(1);
-  const Bitmap bitmap = painted({6, 4}, 1.5f, [&] { draw(*image, NSMakeRect(0, 0, 3, 1)); });
-  const auto rows = letters(bitmap);  // half of the upper pixel row is covered
-  EXPECT_EQ(rows[rows.size() - 1].substr(0, 4), "kkkk");
-  EXPECT_EQ(rows[rows.size() - 2].substr(0, 4), "~~~~");
-}

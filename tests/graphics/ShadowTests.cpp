@@ -88,14 +88,3 @@ TEST(Shadow, BlurIsAGaussianOfHalfTheRadius) {
     }
   }
 }
-
-TEST(Shadow, IsSeenAlsoWhenTheShapeReachesFarBeyondThePicture) {
-  const Bitmap bitmap = painted({20, 20}, 2, [] {
-    NSGraphicsContext::currentContext()->clipToRect(NSMakeRect(0, 0, 20, 12));
-    setShadow(blue, {0, -10}, 0);
-    NSBezierPath::fillRect(NSMakeRect(-9000, 14, 18000, 4000));  // itself outside the clip
-  });
-  EXPECT_EQ(at(bitmap, 10, 10), blue);
-  EXPECT_EQ(at(bitmap, 10, 3), nothing);
-  EXPECT_EQ(at(bitmap, 10, 13), nothing);
-}

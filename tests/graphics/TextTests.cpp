@@ -106,11 +106,6 @@ TEST_F(Text, WrapsBetweenWordsOnlyWhenTheLineIsWider) {
   EXPECT_EQ(linesDrawn("HHH HHH HH", word, line - 1), 1);
 }
 
-TEST_F(Text, NothingHasNoWidthButALinesHeight) {
-  EXPECT_EQ(NSWidth(string("", 10).boundingRect()), 0);
-  EXPECT_FLOAT_EQ(NSHeight(string("", 10).boundingRect()), 11.78f);
-}
-
 TEST_F(Text, AnUnknownFontIsReplacedAndLoggedOnce) {
   LogLines log;
   for (int again = 0; again < 2; ++again)

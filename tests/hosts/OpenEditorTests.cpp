@@ -185,12 +185,6 @@ TEST_F(OpenEditor, SpeedAndModifiersWeighTheMotion) {
   EXPECT_TRUE(host_->waitForOutput("0 0\n", 2)) << "Option returns to the default";
 }
 
-TEST_F(OpenEditor, WheelStepsByAFiftieth) {
-  open();
-  hands("mousemove {k} click 4 click 4 click 4 click 5");
-  EXPECT_TRUE(host_->waitForOutput("0 1764\n", 2)) << host_->output();
-}
-
 TEST_F(OpenEditor, TypedValuesAreWrittenAndPinned) {
   for (const char* locale : {"LC_ALL=C", "LC_ALL=de_DE.UTF-8"}) {
     open({}, {locale});
@@ -255,57 +249,6 @@ TEST_F(OpenEditor, CrossoverHandlesWriteTheirFrequencyAndKeepThePointer) {
     EXPECT_EQ(pointer(), std::to_string(static_cast<int>(to + 0.5)) + "," + std::to_string(y));
   }
   EXPECT_NEAR(lastChange().second, std::sqrt(20 * 22050.0), 3) << "the middle of the axis";
-}
-
-TEST_F(OpenEditor, FilterHandlesAndMenusWriteTheirParameters) {
-  openEffect("filt", 528);
-  const auto at = [](double hertz, double gain) {
-    return std::pair(static_cast<int>(32 + std::log2(hertz / 50) / std::log2(441) * 464),
-                     static_cast<int>(522 - 44 - 8 - (gain + 25) / 50 * 184));
-  };
-  const auto go = [this](std::pair<int, int> p, const std::string& then) {
-    hands("mousemove " + std::to_string(left_ + p.first) + " " + std::to_string(top_ + p.second) + " " +
-          then);
-  };
-  const struct {
-    int frequency, gain;
-    double from, to;
-  } rows[] = {
-      {1, 2, 100, 200}, {3, 4, 300, 500}, {6, 7, 1000, 2000}, {9, 10, 4000, 3000}, {13, 14, 8000, 6000}};
-  for (const auto& row : rows) {
-    const auto from = at(row.from, 0), to = at(row.to, 8);
-    go(from, "mousedown 1");
-    hands("mousemove_relative -- " + std::to_string(to.first - from.first) + " " +
-          std::to_string(to.second - from.second));
-    sleepFor(0.2);
-    hands("mouseup 1");
-    sleepFor(0.2);
-    EXPECT_NEAR(printed(row.frequency), row.to, row.to * 0.03);
-    EXPECT_NEAR(printed(row.gain), 8, 0.4);
-  }
-  go(at(2000, 8), "keydown alt mousedown 1 mousemove_relative -- 0 20");
-  sleepFor(0.2);
-  hands("mouseup 1 keyup alt");
-  EXPECT_TRUE(host_->waitForOutput("8 2\n", 2)) << "an octave more";
-
-  go({70, 57}, "mousedown 1");
-  sleepFor(0.2);
-  go({70, 91}, "mouseup 1");
-  EXPECT_TRUE(host_->waitForOutput("0 1\n", 2)) << "highpass, chosen with the mouse";
-  go({458, 57}, "click 1");
-  sleepFor(0.2);
-  hands("key Down key Down key Return");
-  EXPECT_TRUE(host_->waitForOutput("12 1\n", 2)) << "lowpass, chosen with keys";
-
-  const auto region = at(120, -20);
-  const unsigned long calm = colorAt(region.first, region.second);
-  go({70, 142}, "mousedown 1");
-  sleepFor(0.3);
-  EXPECT_NE(colorAt(region.first, region.second), calm) << "the region of the held knob's handle";
-  hands("mouseup 1");
-  sleepFor(0.3);
-  EXPECT_EQ(colorAt(region.first, region.second), calm);
-  EXPECT_EQ(host_->errors(), "");
 }
 
 TEST_F(OpenEditor, TheDelayFollowsTempoRhythmAndPresets) {

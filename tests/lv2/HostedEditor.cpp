@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <chrono>
 #include <fstream>
-#include <map>
 #include <thread>
 #include <utility>
 
@@ -17,9 +16,8 @@ namespace {
 
 const std::string objectFile = TOVIN_LV2 "/tovin_lv2_ui.so";
 
-LV2_URID urid(LV2_URID_Map_Handle, const char* uri) {
-  static std::map<std::string, LV2_URID> known;
-  return known.emplace(uri, known.size() + 1).first->second;
+LV2_URID urid(const char* uri) {
+  return uridMap.map(uridMap.handle, uri);
 }
 
 }  // namespace
@@ -57,19 +55,18 @@ HostedEditor::HostedEditor(const EditorObject& object, const std::string& code, 
         lilv_node_as_string(lilv_port_get_symbol(plugin, lilv_plugin_get_port_by_index(plugin, i))));
   written_.resize(symbols_.size());
 
-  LV2_URID_Map map{nullptr, &urid};
   LV2UI_Touch touchFeature{this, &touch};
   LV2UI_Resize resizeFeature{this, &resize};
   const float rate = 48000;
-  const LV2_URID number = urid(nullptr, LV2_ATOM__Float);
+  const LV2_URID number = urid(LV2_ATOM__Float);
   const LV2_Options_Option options[] = {
-      {LV2_OPTIONS_INSTANCE, 0, urid(nullptr, LV2_UI__scaleFactor), sizeof scale, number, &scale},
-      {LV2_OPTIONS_INSTANCE, 0, urid(nullptr, LV2_PARAMETERS__sampleRate), sizeof rate, number, &rate},
+      {LV2_OPTIONS_INSTANCE, 0, urid(LV2_UI__scaleFactor), sizeof scale, number, &scale},
+      {LV2_OPTIONS_INSTANCE, 0, urid(LV2_PARAMETERS__sampleRate), sizeof rate, number, &rate},
       {LV2_OPTIONS_INSTANCE, 0, 0, 0, 0, nullptr}};
   const LV2_Feature features[] = {{LV2_UI__parent, reinterpret_cast<void*>(parent)},
                                   {LV2_UI__touch, &touchFeature},
                                   {LV2_UI__resize, &resizeFeature},
-                                  {LV2_URID__map, &map},
+                                  {LV2_URID__map, &uridMap},
                                   {LV2_OPTIONS__options, const_cast<LV2_Options_Option*>(options)}};
   const LV2_Feature* list[std::size(features) + 1] = {};
   for (size_t i = 0; i < std::size(features); ++i) list[i] = &features[i];

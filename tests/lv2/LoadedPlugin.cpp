@@ -21,9 +21,9 @@ LV2_URID map(LV2_URID_Map_Handle, const char* uri) {
   return index + 1;
 }
 
-LV2_URID_Map uridMap{nullptr, &map};
-
 }  // namespace
+
+LV2_URID_Map uridMap{nullptr, &map};
 
 PluginFolder& PluginFolder::shared() {
   static PluginFolder folder;
@@ -54,7 +54,8 @@ const LilvPlugin* PluginFolder::plugin(const std::string& code) const {
 
 struct LoadedPlugin::TimePosition {
   LV2_Atom_Forge forge;
-  alignas(8) uint8_t bytes[256];
+  alignas(8) uint8_t memory[260];
+  uint8_t* const bytes = memory + 4;  // no better aligned than some hosts have it
 
   TimePosition() {
     lv2_atom_forge_init(&forge, &uridMap);
@@ -62,7 +63,7 @@ struct LoadedPlugin::TimePosition {
   }
   void clear() { write(nullptr); }
   void write(const float* beatsPerMinute) {
-    lv2_atom_forge_set_buffer(&forge, bytes, sizeof bytes);
+    lv2_atom_forge_set_buffer(&forge, bytes, 256);
     LV2_Atom_Forge_Frame sequence, object;
     lv2_atom_forge_sequence_head(&forge, &sequence, 0);
     if (beatsPerMinute) {

@@ -1,10 +1,14 @@
 #pragma once
 
 #include <lilv/lilv.h>
+#include <lv2/urid/urid.h>
 
 #include <memory>
 #include <string>
 #include <vector>
+
+/// What a host gives to plug-ins and editors.
+extern LV2_URID_Map uridMap;
 
 /// The built plug-ins' folder, read by lilv.
 class PluginFolder {
