@@ -5,12 +5,12 @@
 
 #include "AudioUnitProperties.h"
 #include "EffectParameters.h"
+#include "HostTempo.h"
 #include "PluginKinds.h"
 
 namespace {
 
 constexpr Float32 longestLatency = 384000;  // a second at the highest rate
-constexpr Float32 fastestTempo = 999;
 
 // Not those of <cctype>, which ask the host's locale.
 bool isLower(char c) {
@@ -104,7 +104,7 @@ PluginPorts::PluginPorts(AudioUnit unit) {
     add({.role = PluginPort::tempo,
          .symbol = "tempo",
          .name = "Tempo",
-         .maximum = fastestTempo,
+         .maximum = static_cast<Float32>(fastestTempo),
          .unit = "BPM"});
   }
   if (const auto quality = renderQualityOf(unit)) add(renderQualityPort(*quality));
