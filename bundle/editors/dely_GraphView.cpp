@@ -6,6 +6,7 @@
 #include "NSAssertionHandler.h"
 #include "NSAttributedString.h"
 #include "NSBezierPath.h"
+#include "NSGraphicsContext.h"
 #include "NumberText.h"
 
 namespace {
@@ -23,6 +24,7 @@ constexpr int mostBars = 250;
 constexpr float audible = 0.5f;     // points of a bar
 constexpr float shortest = 0.001f;  // seconds that a second bar is drawn for
 constexpr float roomBetweenLabels = 2;
+constexpr float beatsHeight = 16;
 
 void strokeLine(NSPoint from, NSPoint to, float width) {
   const auto path = NSBezierPath::bezierPath();
@@ -71,6 +73,7 @@ void dely_GraphView::setAU(std::shared_ptr<jxAUwrapper> wrapper) {
 void dely_GraphView::setTempo(double beatsPerMinute) {
   if (tempo == beatsPerMinute) return;
   tempo = beatsPerMinute;
+  beats_ = nullptr;
   setPlotNeedsDisplay();
 }
 
@@ -103,7 +106,12 @@ void dely_GraphView::setParamsForHandle_pos(int index, NSPoint position) {
   feedbackParam->setFloatValue((position.y - axisY()) / fullHeight() * 100);
 }
 
+NSPoint dely_GraphView::beatsOrigin() const {
+  return {NSMinX(inBounds()), std::floor(axisY())};
+}
+
 void dely_GraphView::prepareBackground() {
+  beats_ = nullptr;
   const NSRect plot = inBounds();
   const float y = axisY();
   const auto picture = image();
@@ -122,6 +130,15 @@ void dely_GraphView::prepareBackground() {
     label.drawAtPoint({x - size.width * 0.5f, y - tickLength - size.height});
   }
   picture->unlockFocus();
+}
+
+std::shared_ptr<NSImage> dely_GraphView::renderedBeats() const {
+  const auto rendered = NSImage::initWithSize({NSWidth(inBounds()), beatsHeight});
+  rendered->lockFocus();
+  NSGraphicsContext::currentContext()->translate(-beatsOrigin().x, -beatsOrigin().y);
+  drawBeats();
+  rendered->unlockFocus();
+  return rendered;
 }
 
 void dely_GraphView::drawBeats() const {
@@ -168,7 +185,9 @@ void dely_GraphView::drawEchoes() const {
 void dely_GraphView::drawRect(NSRect dirty) {
   jxAUHandleGraphDisplay::drawRect(dirty);
   if (!mAU) return;
-  drawBeats();
+  if (!beats_) beats_ = renderedBeats();
+  beats_->drawInRect_fromRect_operation_fraction({beatsOrigin(), beats_->size()}, NSZeroRect,
+                                                 NSCompositeSourceOver, 1);
   drawEchoes();
   drawHandles(dirty);
   drawGlow(dirty);

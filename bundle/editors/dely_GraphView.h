@@ -31,10 +31,13 @@ class dely_GraphView : public jxAUHandleGraphDisplay {
   float axisY() const;
   float xOfTime(float seconds) const;
   float fullHeight() const;
+  NSPoint beatsOrigin() const;
   void drawBeats() const;
+  std::shared_ptr<NSImage> renderedBeats() const;
   void drawEchoes() const;
 
   double tempo = 120;
+  std::shared_ptr<NSImage> beats_;  // of the tempo; null until they are drawn
   std::shared_ptr<jxAUParam> delayTimeParam;
   std::shared_ptr<jxAUParam> feedbackParam;
   std::shared_ptr<jxAUParam> lowpassParam;

@@ -77,6 +77,10 @@ Outcome drawEditor(const EditorBundle& bundle, Component component, const Option
   return {};
 }
 
+std::string fileIn(const std::string& folder, Component component) {
+  return folder + "/" + effectCode(component) + ".png";
+}
+
 Outcome drawAll(const EditorBundle& bundle, const Options& options) {
   if (!options.settings.empty())
     return {exitWrongArguments, "--set: parameters differ between effects; expected one effect, not \"all\""};
@@ -88,7 +92,7 @@ Outcome drawAll(const EditorBundle& bundle, const Options& options) {
     const EffectInstance probe = openEffect(c);
     const auto editor = bundle.editorFor(probe.get());
     if (!editor) continue;
-    const std::string file = options.output + "/" + effectCode(c) + ".png";
+    const std::string file = fileIn(options.output, c);
     Outcome outcome = drawEditor(bundle, c, options, file);
     if (outcome.status != exitOk) return outcome;
     std::cout << file << "\n";
@@ -105,7 +109,9 @@ Outcome draw(const Options& options) {
   if (options.effect == "all") return drawAll(*bundle, options);
   const Component component = effectFromArgument(options.effect, error);
   if (!component) return {exitWrongArguments, error};
-  return drawEditor(*bundle, component, options, options.output);
+  const std::string& output = options.output;
+  return drawEditor(*bundle, component, options,
+                    std::filesystem::is_directory(output) ? fileIn(output, component) : output);
 }
 
 ExitStatus run(const Options& options) {
@@ -132,7 +138,7 @@ Command snapshotCommand(CLI::App& program) {
   app->add_option("--scale", options->scale, "pixels to a point")
       ->check(CLI::Range(0.5, 8.0))
       ->capture_default_str();
-  app->add_option("-o,--output", options->output, "the PNG file; with \"all\" the folder for them")
+  app->add_option("-o,--output", options->output, "the PNG file, or a folder for it; with \"all\" the folder for them")
       ->required();
   app->add_option("--sheet", options->sheet,
                   "with \"all\", also this PNG file: one editor of each class, side by side");

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <compare>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -12,12 +13,12 @@
 /// What changed, told apart by the instance's serial number: an address may belong to another instance by
 /// the time that the change is looked at.
 struct AUEventKey {
-  AudioUnitEventType type = kAudioUnitEvent_ParameterValueChange;
   UInt64 instance = 0;
+  AudioUnitEventType type = kAudioUnitEvent_ParameterValueChange;
   UInt32 id = 0;
   AudioUnitScope scope = 0;
   AudioUnitElement element = 0;
-  friend bool operator==(const AUEventKey&, const AUEventKey&) = default;
+  friend auto operator<=>(const AUEventKey&, const AUEventKey&) = default;
 };
 
 struct AUAnnouncement {
@@ -57,7 +58,7 @@ class AUEventHub {
 
   LoopSlot* slotFor(NSRunLoop* loop);
 
-  AUEventQueue<AUAnnouncement, 4096> queue_;
+  AUEventQueue<AUAnnouncement, 1024> queue_;
   std::atomic<bool> overflowed_{false};
   std::atomic<bool> announced_{false};
   std::atomic<int> wakers_{0};

@@ -9,7 +9,7 @@ namespace {
 
 AUEventKey keyOf(const AudioUnitEvent& event) {
   const AudioUnitParameter& p = event.mArgument.mParameter;  // of the same shape as a property's address
-  return {event.mEventType, p.mAudioUnit->serial(), p.mParameterID, p.mScope, p.mElement};
+  return {p.mAudioUnit->serial(), event.mEventType, p.mParameterID, p.mScope, p.mElement};
 }
 
 bool namesInstance(const AudioUnitEvent* event) {

@@ -41,53 +41,69 @@ void AUEventListener::add(void* object, const AudioUnitEvent& event, const AUEve
   AUEventHub& hub = AUEventHub::shared();
   const std::lock_guard lock(hub.mutex());
   hub.drainLocked();  // what was announced before now is not for this registration
-  const bool known = std::any_of(registrations_.begin(), registrations_.end(),
-                                 [&](const Registration& r) { return r.object == object && r.key == key; });
-  if (!known) registrations_.push_back({++lastRegistration_, object, event, key});
+  const auto [first, last] = ofObjects_.equal_range(object);
+  const bool known =
+      std::any_of(first, last, [&](const auto& entry) { return entry.second->first.first == key; });
+  if (known) return;
+  const auto added =
+      registrations_.try_emplace({key, ++lastRegistration_}, Registration{object, event}).first;
+  ofObjects_.emplace(object, added);
 }
 
 void AUEventListener::remove(void* object, const AudioUnitEvent& event) {
   const std::lock_guard lock(AUEventHub::shared().mutex());
   // By the address that the caller knows: the instance itself may be gone.
-  std::erase_if(registrations_,
-                [&](const Registration& r) { return r.object == object && sameEvent(r.event, event); });
+  auto [next, end] = ofObjects_.equal_range(object);
+  while (next != end) {
+    const Registrations::iterator registration = (next++)->second;
+    if (sameEvent(registration->second.event, event)) erase(registration);
+  }
 }
 
-void AUEventListener::mark(Registration& registration) {
-  if (registration.firstChange == 0) registration.firstChange = AUEventHub::shared().nextChangeLocked();
+void AUEventListener::erase(Registrations::iterator registration) {
+  const auto [first, last] = ofObjects_.equal_range(registration->second.object);
+  ofObjects_.erase(
+      std::find_if(first, last, [registration](const auto& entry) { return entry.second == registration; }));
+  waiting_.erase(registration->second.firstChange);
+  registrations_.erase(registration);
+}
+
+void AUEventListener::mark(Registrations::iterator registration) {
+  UInt64& firstChange = registration->second.firstChange;
+  if (firstChange != 0) return;
+  firstChange = AUEventHub::shared().nextChangeLocked();
+  waiting_.emplace(firstChange, registration);
 }
 
 void AUEventListener::markLocked(const AUAnnouncement& announcement) {
-  for (Registration& registration : registrations_) {
+  for (auto r = registrations_.lower_bound({announcement.key, 0});
+       r != registrations_.end() && r->first.first == announcement.key; ++r) {
     const bool sender =
-        announcement.senderSerial == serial_ && announcement.sendingObject == registration.object;
-    if (registration.key == announcement.key && !sender) mark(registration);
+        announcement.senderSerial == serial_ && announcement.sendingObject == r->second.object;
+    if (!sender) mark(r);
   }
 }
 
 void AUEventListener::markAllLocked() {
-  for (Registration& registration : registrations_) mark(registration);
+  for (auto r = registrations_.begin(); r != registrations_.end(); ++r) mark(r);
 }
 
 void AUEventListener::forgetInstanceLocked(UInt64 instance) {
-  std::erase_if(registrations_, [instance](const Registration& r) { return r.key.instance == instance; });
+  auto r = registrations_.lower_bound({AUEventKey{.instance = instance, .type = {}}, 0});
+  while (r != registrations_.end() && r->first.first.instance == instance) erase(r++);
 }
 
-AUEventListener::Registration* AUEventListener::waiting(UInt64 serial) {
-  const auto found = std::find_if(registrations_.begin(), registrations_.end(),
-                                  [serial](const Registration& r) { return r.serial == serial; });
-  return found != registrations_.end() && found->firstChange != 0 ? &*found : nullptr;
+void AUEventListener::forgetAllLocked() {
+  waiting_.clear();
+  ofObjects_.clear();
+  registrations_.clear();
 }
 
 std::vector<UInt64> AUEventListener::dueInOrder(NSTimeInterval now) const {
-  std::vector<const Registration*> due;
-  for (const Registration& r : registrations_)
-    if (r.firstChange != 0 && r.earliest <= now + sameInstant) due.push_back(&r);
-  std::sort(due.begin(), due.end(),
-            [](const Registration* a, const Registration* b) { return a->firstChange < b->firstChange; });
-  std::vector<UInt64> serials;
-  for (const Registration* r : due) serials.push_back(r->serial);
-  return serials;
+  std::vector<UInt64> due;
+  for (const auto& [change, registration] : waiting_)
+    if (registration->second.earliest <= now + sameInstant) due.push_back(change);
+  return due;
 }
 
 void AUEventListener::runPhase(NSTimeInterval now) {
@@ -97,14 +113,16 @@ void AUEventListener::runPhase(NSTimeInterval now) {
   hub.drainLocked();
   // A dispatch may add, remove, close and dispose at will: each registration is looked up again when its
   // turn comes.
-  for (const UInt64 serial : dueInOrder(now)) {
+  for (const UInt64 change : dueInOrder(now)) {
     if (runLoop_.currentMode() != mode_) break;
-    Registration* registration = waiting(serial);
-    if (!registration) continue;
-    registration->firstChange = 0;
-    registration->earliest = now + interval_;
-    const AudioUnitEvent event = registration->event;
-    void* const object = registration->object;
+    const auto found = waiting_.find(change);
+    if (found == waiting_.end()) continue;
+    Registration& registration = found->second->second;
+    void* const object = registration.object;
+    waiting_.erase(found);
+    registration.firstChange = 0;
+    registration.earliest = now + interval_;
+    const AudioUnitEvent event = registration.event;
     const Float32 value = valueAtDelivery(event);
     lock.unlock();
     NSGuardCallback("event listener",
@@ -119,7 +137,7 @@ NSTimeInterval AUEventListener::nextDue() const {
   if (runLoop_.currentMode() != mode_) return never;
   const std::lock_guard lock(hub.mutex());
   NSTimeInterval due = never;
-  for (const Registration& r : registrations_)
-    if (r.firstChange != 0) due = std::min(due, std::max(r.earliest, 0.0));
+  for (const auto& [change, registration] : waiting_)
+    due = std::min(due, std::max(registration->second.earliest, 0.0));
   return due;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <limits>
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "AUEventHub.h"
@@ -26,20 +28,20 @@ class AUEventListener : public RunLoopObserver, public std::enable_shared_from_t
   void markLocked(const AUAnnouncement& announcement);
   void markAllLocked();
   void forgetInstanceLocked(UInt64 instance);
-  void forgetAllLocked() { registrations_.clear(); }
+  void forgetAllLocked();
 
  private:
   struct Registration {
-    UInt64 serial;
     void* object;
     AudioUnitEvent event;
-    AUEventKey key;
     UInt64 firstChange = 0;                                              // 0: nothing waits
     NSTimeInterval earliest = -std::numeric_limits<double>::infinity();  // of the next delivery
   };
+  /// By what it is for, so that those of one event stand together, then in order of registration.
+  using Registrations = std::map<std::pair<AUEventKey, UInt64>, Registration>;
 
-  void mark(Registration& registration);
-  Registration* waiting(UInt64 serial);
+  void mark(Registrations::iterator registration);
+  void erase(Registrations::iterator registration);
   std::vector<UInt64> dueInOrder(NSTimeInterval now) const;
 
   const AUEventListenerProc dispatch_;
@@ -49,5 +51,7 @@ class AUEventListener : public RunLoopObserver, public std::enable_shared_from_t
   const NSTimeInterval interval_;
   const UInt64 serial_;
   UInt64 lastRegistration_ = 0;
-  std::vector<Registration> registrations_;
+  Registrations registrations_;
+  std::multimap<void*, Registrations::iterator> ofObjects_;
+  std::map<UInt64, Registrations::iterator> waiting_;  // by their first change
 };

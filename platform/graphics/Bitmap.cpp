@@ -3,7 +3,6 @@
 #include <cairo.h>
 
 #include <cmath>
-#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -63,17 +62,18 @@ int Bitmap::physicalHeight() const {
   return cairo_image_surface_get_height(surface_.get());
 }
 
-const uint8_t* Bitmap::row(int physicalY) const {
+std::span<const uint32_t> Bitmap::row(int physicalY) const {
   cairo_surface_flush(surface_.get());
-  return cairo_image_surface_get_data(surface_.get()) +
-         static_cast<ptrdiff_t>(physicalY) * cairo_image_surface_get_stride(surface_.get());
+  const unsigned char* first =
+      cairo_image_surface_get_data(surface_.get()) +
+      static_cast<ptrdiff_t>(physicalY) * cairo_image_surface_get_stride(surface_.get());
+  return {reinterpret_cast<const uint32_t*>(first), static_cast<size_t>(physicalWidth())};
 }
 
 std::array<uint8_t, 4> Bitmap::pixel(int physicalX, int physicalY) const {
   if (physicalX < 0 || physicalY < 0 || physicalX >= physicalWidth() || physicalY >= physicalHeight())
     throw std::out_of_range("pixel outside its bitmap");
-  uint32_t word;
-  std::memcpy(&word, row(physicalY) + static_cast<ptrdiff_t>(physicalX) * 4, sizeof word);
+  const uint32_t word = row(physicalY)[static_cast<size_t>(physicalX)];
   const uint32_t alpha = word >> 24;
   const auto straight = [&](uint32_t premultiplied) {
     return static_cast<uint8_t>(alpha ? std::min(255u, (premultiplied * 255 + alpha / 2) / alpha) : 0);

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "CairoHandles.h"
@@ -24,8 +25,8 @@ class Bitmap {
 
   /// Straight (not premultiplied) red, green, blue, alpha of one physical pixel, (0, 0) at the top left.
   std::array<uint8_t, 4> pixel(int physicalX, int physicalY) const;
-  /// The first byte of a row of physicalWidth() 32-bit words.
-  const uint8_t* row(int physicalY) const;
+  /// A row of physicalWidth() pixels, premultiplied, alpha in the highest byte and blue in the lowest.
+  std::span<const uint32_t> row(int physicalY) const;
 
   /// Throws std::runtime_error with the file's name when it cannot be written.
   void writePng(const std::string& file) const;

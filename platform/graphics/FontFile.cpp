@@ -6,40 +6,55 @@
 
 #include <cmath>
 #include <map>
+#include <unordered_map>
 
 #include "NSBundle.h"
 #include "NSLog.h"
 
 namespace {
 
-/// Puts outlines, which come in units of the font with y upwards, into the current path.
+/// A part of a glyph's outline, in units of the font, y upwards.
+struct Segment {
+  enum Kind { move, line, curve, close } kind;
+  float points[6] = {};
+};
+using Outline = std::vector<Segment>;
+
+/// How HarfBuzz gives outlines: each call is a segment. Quadratic curves come as cubic ones.
 struct Pen {
-  cairo_t* cairo;
-  double x, y;   // of the glyph's origin
-  double scale;  // points to a unit
-
-  double across(float value) const { return x + value * scale; }
-  double up(float value) const { return y + value * scale; }
-
-  static Pen& of(void* data) { return *static_cast<Pen*>(data); }
-  static void moveTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
-    const Pen& pen = of(data);
-    cairo_move_to(pen.cairo, pen.across(x), pen.up(y));
+  static void add(void* outline, const Segment& segment) {
+    static_cast<Outline*>(outline)->push_back(segment);
   }
-  static void lineTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
-    const Pen& pen = of(data);
-    cairo_line_to(pen.cairo, pen.across(x), pen.up(y));
+  static void moveTo(hb_draw_funcs_t*, void* outline, hb_draw_state_t*, float x, float y, void*) {
+    add(outline, {Segment::move, {x, y}});
   }
-  static void curveTo(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x1, float y1, float x2, float y2,
-                      float x, float y, void*) {
-    const Pen& pen = of(data);
-    cairo_curve_to(pen.cairo, pen.across(x1), pen.up(y1), pen.across(x2), pen.up(y2), pen.across(x),
-                   pen.up(y));
+  static void lineTo(hb_draw_funcs_t*, void* outline, hb_draw_state_t*, float x, float y, void*) {
+    add(outline, {Segment::line, {x, y}});
   }
-  static void close(hb_draw_funcs_t*, void* data, hb_draw_state_t*, void*) {
-    cairo_close_path(of(data).cairo);
+  static void curveTo(hb_draw_funcs_t*, void* outline, hb_draw_state_t*, float x1, float y1, float x2,
+                      float y2, float x, float y, void*) {
+    add(outline, {Segment::curve, {x1, y1, x2, y2, x, y}});
+  }
+  static void close(hb_draw_funcs_t*, void* outline, hb_draw_state_t*, void*) {
+    add(outline, {Segment::close});
   }
 };
+
+/// Into the current path, with the glyph's origin at (x, y) and `scale` points to a unit.
+void append(cairo_t* cairo, const Outline& outline, double x, double y, double scale) {
+  for (const auto& [kind, p] : outline) {
+    const auto across = [&, &p = p](int i) { return x + p[i] * scale; };
+    const auto up = [&, &p = p](int i) { return y + p[i] * scale; };
+    if (kind == Segment::move)
+      cairo_move_to(cairo, across(0), up(1));
+    else if (kind == Segment::line)
+      cairo_line_to(cairo, across(0), up(1));
+    else if (kind == Segment::curve)
+      cairo_curve_to(cairo, across(0), up(1), across(2), up(3), across(4), up(5));
+    else
+      cairo_close_path(cairo);
+  }
+}
 
 }  // namespace
 
@@ -47,6 +62,7 @@ struct FontFile::Handles {
   hb_font_t* font = nullptr;
   hb_draw_funcs_t* pen = nullptr;
   unsigned unitsPerEm = 1000;
+  std::unordered_map<unsigned long, Outline> outlines;  // of the glyphs shown so far
 
   ~Handles() {
     hb_draw_funcs_destroy(pen);
@@ -65,18 +81,21 @@ struct FontFile::Handles {
     pen = hb_draw_funcs_create();
     hb_draw_funcs_set_move_to_func(pen, &Pen::moveTo, nullptr, nullptr);
     hb_draw_funcs_set_line_to_func(pen, &Pen::lineTo, nullptr, nullptr);
-    hb_draw_funcs_set_cubic_to_func(pen, &Pen::curveTo, nullptr, nullptr);  // quadratic ones come as cubic
+    hb_draw_funcs_set_cubic_to_func(pen, &Pen::curveTo, nullptr, nullptr);
     hb_draw_funcs_set_close_path_func(pen, &Pen::close, nullptr, nullptr);
     return isFont && unitsPerEm > 0;
   }
 
-  void draw(unsigned long glyph, Pen& at) const {
+  const Outline& outlineOf(unsigned long glyph) {
+    const auto [found, isNew] = outlines.try_emplace(glyph);
+    if (!isNew) return found->second;
     const auto index = static_cast<hb_codepoint_t>(glyph);
 #if HB_VERSION_ATLEAST(7, 0, 0)
-    hb_font_draw_glyph(font, index, pen, &at);
+    hb_font_draw_glyph(font, index, pen, &found->second);
 #else
-    hb_font_get_glyph_shape(font, index, pen, &at);
+    hb_font_get_glyph_shape(font, index, pen, &found->second);
 #endif
+    return found->second;
   }
 };
 
@@ -144,9 +163,7 @@ void FontFile::show(cairo_t* cairo, const std::vector<Glyph>& glyphs, float x, f
   py = std::round(py);
   cairo_device_to_user(cairo, &px, &py);
   cairo_new_path(cairo);
-  for (const Glyph& g : glyphs) {
-    Pen pen{cairo, px + g.x * size, py, size / static_cast<double>(handles_->unitsPerEm)};
-    handles_->draw(g.index, pen);
-  }
+  const double scale = size / static_cast<double>(handles_->unitsPerEm);
+  for (const Glyph& g : glyphs) append(cairo, handles_->outlineOf(g.index), px + g.x * size, py, scale);
   cairo_fill(cairo);
 }

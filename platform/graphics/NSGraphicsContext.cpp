@@ -90,7 +90,7 @@ NSRect NSGraphicsContext::clipBounds() const {
 
 void NSGraphicsContext::draw(NSRect extents, const std::function<void(cairo_t*)>& paint) {
   if (states_.back().shadow) drawShadow(extents, paint);
-  paint(cairo());
+  if (NSIntersectsRect(extents, clipBounds())) paint(cairo());
 }
 
 void NSGraphicsContext::drawShadow(NSRect extents, const std::function<void(cairo_t*)>& paint) {

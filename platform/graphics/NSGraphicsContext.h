@@ -44,7 +44,7 @@ class NSGraphicsContext {
 
   /// One drawing operation, thrown as shadow first if one is in force. `paint` draws on the cairo_t that it
   /// is given, whose matrix is the current one and whose colour is set; `extents` surrounds what it draws,
-  /// in the current coordinates.
+  /// in the current coordinates: where nothing of that can be seen, `paint` is not called.
   void draw(NSRect extents, const std::function<void(cairo_t*)>& paint);
 
   cairo_t* cairo() const { return cairo_.get(); }

@@ -48,13 +48,28 @@ PixelRect wholePixels(double left, double top, double right, double bottom) {
   return {across(left), down(top), across(right) - across(left), down(bottom) - down(top)};
 }
 
+/// The bitmap, moved; a folded one also beside itself.
+void setSource(cairo_t* cairo, const Bitmap& bitmap, double x, double y) {
+  cairo_set_source_surface(cairo, bitmap.surface(), x, y);
+  cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_NEAREST);
+  if (bitmap.physicalWidth() == 1) cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_REPEAT);
+}
+
+bool hasEqualColumns(const Bitmap& bitmap) {
+  for (int y = 0; y < bitmap.physicalHeight(); ++y) {
+    const std::span<const uint32_t> row = bitmap.row(y);
+    if (!std::equal(row.begin() + 1, row.end(), row.begin())) return false;
+  }
+  return true;
+}
+
 /// Source pixels of a bitmap, alone on a surface of their own when something could sample past their edge.
 graphics::SurfacePtr cut(const Bitmap& bitmap, const PixelRect& part) {
   graphics::SurfacePtr piece(cairo_image_surface_create(CAIRO_FORMAT_ARGB32,
                                                         static_cast<int>(std::ceil(part.width)),
                                                         static_cast<int>(std::ceil(part.height))));
   const graphics::CairoPtr cairo(cairo_create(piece.get()));
-  cairo_set_source_surface(cairo.get(), bitmap.surface(), -part.x, -part.y);
+  setSource(cairo.get(), bitmap, -part.x, -part.y);
   cairo_paint(cairo.get());
   return piece;
 }
@@ -106,6 +121,7 @@ void NSImage::lockFocus() {
     }
     own_ = std::move(bitmap);
   }
+  if (isFolded_) unfold();
   focus_.push_back(std::make_unique<NSGraphicsContext>(*own_));
 }
 
@@ -114,6 +130,26 @@ void NSImage::unlockFocus() {
     NSAssertionHandler::currentHandler().handleFailureInMethod("unlockFocus", nullptr, "NSImage", __LINE__,
                                                                "unlockFocus without its lockFocus");
   focus_.pop_back();
+  if (focus_.empty() && hasEqualColumns(*own_)) fold();
+}
+
+void NSImage::fold() {
+  const float scale = own_->scale();
+  auto column = std::make_shared<Bitmap>(NSMakeSize(1 / scale, own_->size().height), scale);
+  const graphics::CairoPtr cairo(cairo_create(column->surface()));
+  setSource(cairo.get(), *own_, 0, 0);
+  cairo_paint(cairo.get());
+  own_ = std::move(column);
+  isFolded_ = true;
+}
+
+void NSImage::unfold() {
+  auto whole = std::make_shared<Bitmap>(size(), own_->scale());
+  const graphics::CairoPtr cairo(cairo_create(whole->surface()));
+  setSource(cairo.get(), *own_, 0, 0);
+  cairo_paint(cairo.get());
+  own_ = std::move(whole);
+  isFolded_ = false;
 }
 
 void NSImage::drawInRect_fromRect_operation_fraction(NSRect target, NSRect source,
@@ -142,8 +178,7 @@ void NSImage::drawInRect_fromRect_operation_fraction(NSRect target, NSRect sourc
   cairo_clip(cairo);
   cairo_translate(cairo, to.x, to.y);
   if (to.width == from.width && to.height == from.height) {
-    cairo_set_source_surface(cairo, bitmap->surface(), -from.x, -from.y);
-    cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_NEAREST);
+    setSource(cairo, *bitmap, -from.x, -from.y);
   } else {
     const graphics::SurfacePtr piece = cut(*bitmap, from);
     cairo_scale(cairo, to.width / from.width, to.height / from.height);

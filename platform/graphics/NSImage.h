@@ -45,8 +45,13 @@ class NSImage : public std::enable_shared_from_this<NSImage> {
   /// The version whose pixels suit that scale best; null when there is nothing to draw.
   const Bitmap* representation(float scale) const;
 
+  /// One column of pixels stands for all where they are alike, as in the ground of a whole window.
+  void fold();
+  void unfold();
+
   std::string path_;
   mutable std::optional<NSSize> size_;
   std::shared_ptr<Bitmap> own_;
+  bool isFolded_ = false;
   std::vector<std::unique_ptr<NSGraphicsContext>> focus_;
 };

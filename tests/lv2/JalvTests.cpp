@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "ChildProcess.h"
+#include "JackProbe.h"
 #include "LoadedPlugin.h"
 #include "X11Fixture.h"
 
@@ -110,8 +111,12 @@ TEST_F(Jalv, ShowsEveryEditorAndLeavesNothingBehind) {
   EXPECT_EQ(user_->resources(), resources);
 }
 
-TEST_F(Jalv, ItsValuesMoveTheKnobAndTheHandDoesToo) {
+TEST_F(Jalv, ItsValuesMoveTheKnobAndTheKnobItsSound) {
   start("sdly", {"-c", "in_to_out_delay=22050"});
+  JackProbe probe(serverName);
+  ASSERT_TRUE(probe.connectTo("Sample"));
+  const int before = probe.framesOfAClick(5);
+  EXPECT_GE(before, 22050);
   const auto wedgeReachesHere = [this] {
     const unsigned long colour = user_->colorAt(204, menuHeight + 55);
     return (colour >> 16) > 0xE0 && (colour & 0xFF) < 0x60;
@@ -128,6 +133,10 @@ TEST_F(Jalv, ItsValuesMoveTheKnobAndTheHandDoesToo) {
   XSync(user_->x(), False);
   sleepFor(0.3);
   EXPECT_FALSE(wedgeReachesHere());
+  sleepFor(1);  // turning on
+  const int after = probe.framesOfAClick(5);
+  EXPECT_GE(after, 0);
+  EXPECT_LT(after, before - 1000);
   EXPECT_EQ(closeWindow(), 0);
 }
 

@@ -35,7 +35,10 @@ std::unique_ptr<X11Connection> X11Connection::open(std::string& error) {
 }
 
 X11Connection::X11Connection(XConnection* x)
-    : x_(x), screen_(DefaultScreen(x)), errors_(std::make_unique<X11Errors>(x)) {
+    : x_(x),
+      screen_(DefaultScreen(x)),
+      errors_(std::make_unique<X11Errors>(x)),
+      pixels_(std::make_unique<X11PixelBuffer>(x, *errors_)) {
   const std::string compositor = "_NET_WM_CM_S" + std::to_string(screen_);
   const std::array<const char*, static_cast<size_t>(X11Atom::count)> names{"WM_PROTOCOLS",
                                                                            "WM_DELETE_WINDOW",
@@ -56,6 +59,7 @@ X11Connection::X11Connection(XConnection* x)
 }
 
 X11Connection::~X11Connection() {
+  pixels_.reset();
   errors_.reset();
   XCloseDisplay(x_);
 }
@@ -96,7 +100,6 @@ std::string X11Connection::findExtensions() {
     inputOpcode_ = opcode;
   hasMonitors_ = XRRQueryExtension(x_, &event, &error) && XRRQueryVersion(x_, &major, &minor) &&
                  major * 100 + minor >= 105;
-  hasSharedMemory_ = XShmQueryExtension(x_);
   return {};
 }
 

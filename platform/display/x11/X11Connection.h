@@ -6,6 +6,7 @@
 
 #include "X11Errors.h"
 #include "X11Headers.h"
+#include "X11PixelBuffer.h"
 
 enum class X11Atom {
   wmProtocols,
@@ -54,7 +55,7 @@ class X11Connection {
   /// XInput 2.1 or newer, whose raw motion also comes during grabs. 0: none.
   int inputOpcode() const { return inputOpcode_; }
   bool hasMonitors() const { return hasMonitors_; }
-  bool hasSharedMemory() const { return hasSharedMemory_; }
+  X11PixelBuffer& pixels() { return *pixels_; }
 
  private:
   explicit X11Connection(XConnection* x);
@@ -64,10 +65,10 @@ class X11Connection {
   XConnection* x_;
   int screen_;
   std::unique_ptr<X11Errors> errors_;
+  std::unique_ptr<X11PixelBuffer> pixels_;
   std::array<Atom, static_cast<size_t>(X11Atom::count)> atoms_{};
   PixelFormat opaque_;
   PixelFormat translucent_;
   int inputOpcode_ = 0;
   bool hasMonitors_ = false;
-  bool hasSharedMemory_ = false;
 };

@@ -1,9 +1,12 @@
 #include "X11ShapeMask.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
+
+bool isSolid(uint32_t pixel) {
+  return pixel >> 24 >= 128;
+}
 
 uint32_t opaque(uint32_t premultiplied, uint32_t alpha) {
   const auto straight = [&](int shift) {
@@ -14,7 +17,11 @@ uint32_t opaque(uint32_t premultiplied, uint32_t alpha) {
 
 }  // namespace
 
-void X11ShapeMask::copy(const Bitmap& bitmap, PixelRect area, X11Surface& surface) {
+uint32_t X11ShapeMask::solid(uint32_t pixel) {
+  return isSolid(pixel) ? opaque(pixel, pixel >> 24) : 0;
+}
+
+void X11ShapeMask::mark(const Bitmap& bitmap, PixelRect area) {
   if (width_ != bitmap.physicalWidth() || height_ != bitmap.physicalHeight()) {
     width_ = bitmap.physicalWidth();
     height_ = bitmap.physicalHeight();
@@ -22,17 +29,12 @@ void X11ShapeMask::copy(const Bitmap& bitmap, PixelRect area, X11Surface& surfac
     changed_ = true;
   }
   for (int y = area.y; y < area.y + area.height; ++y) {
-    const uint8_t* from = bitmap.row(y);
-    uint32_t* to = surface.row(y);
-    uint8_t* solid = &solid_[static_cast<size_t>(y) * static_cast<size_t>(width_)];
-    for (int x = area.x; x < area.x + area.width; ++x) {
-      uint32_t pixel;
-      std::memcpy(&pixel, from + static_cast<ptrdiff_t>(x) * 4, sizeof pixel);
-      const uint32_t alpha = pixel >> 24;
-      const uint8_t isSolid = alpha >= 128;
-      changed_ |= solid[x] != isSolid;
-      solid[x] = isSolid;
-      to[x] = isSolid ? opaque(pixel, alpha) : 0;
+    const auto from = bitmap.row(y).subspan(static_cast<size_t>(area.x), static_cast<size_t>(area.width));
+    uint8_t* known =
+        &solid_[static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(area.x)];
+    for (const uint32_t pixel : from) {
+      changed_ |= *known != isSolid(pixel);
+      *known++ = isSolid(pixel);
     }
   }
 }

@@ -3,14 +3,18 @@
 #include <cstdint>
 #include <vector>
 
-#include "X11Surface.h"
+#include "Bitmap.h"
+#include "PixelRect.h"
+#include "X11Headers.h"
 
 /// Cuts a window out along what is at least half opaque, for translucent windows without a compositor. What
 /// remains is shown in its full colours, since nothing shines through.
 class X11ShapeMask {
  public:
-  /// Takes part of the bitmap over into the surface and the mask.
-  void copy(const Bitmap& bitmap, PixelRect area, X11Surface& surface);
+  /// What is shown of a premultiplied pixel.
+  static uint32_t solid(uint32_t pixel);
+  /// Takes part of the bitmap over into the mask.
+  void mark(const Bitmap& bitmap, PixelRect area);
   /// Gives the window its shape if it changed.
   void apply(XConnection* x, Window window);
 

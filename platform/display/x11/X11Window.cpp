@@ -108,19 +108,22 @@ void X11Window::hide() {
 
 void X11Window::present(const Bitmap& bitmap, std::span<const NSRect> rects) {
   if (isGone_) return;
-  surface_.resize(bitmap.physicalWidth(), bitmap.physicalHeight());
   std::vector<PixelRect> areas;
-  for (const NSRect& rect : rects) {
-    const PixelRect area = covering(bitmap, rect);
-    if (area.isEmpty()) continue;
-    areas.push_back(area);
-    if (mask_)
-      mask_->copy(bitmap, area, surface_);
-    else
-      surface_.copy(bitmap, area);
+  for (const NSRect& rect : rects)
+    if (const PixelRect area = covering(bitmap, rect); !area.isEmpty()) areas.push_back(area);
+  if (mask_) {
+    // The shape first: what is drawn outside it is lost.
+    for (const PixelRect& area : areas) mask_->mark(bitmap, area);
+    mask_->apply(connection_.x(), id_);
   }
-  if (mask_) mask_->apply(connection_.x(), id_);
-  for (const PixelRect& area : areas) surface_.put(area);
+  for (const PixelRect& area : areas)
+    surface_.put(area, [&](int y, uint32_t* to) {
+      const auto from = bitmap.row(y).subspan(static_cast<size_t>(area.x), static_cast<size_t>(area.width));
+      if (mask_)
+        std::ranges::transform(from, to, X11ShapeMask::solid);
+      else
+        std::copy(from.data(), from.data() + from.size(), to);
+    });
   XFlush(connection_.x());
 }
 
