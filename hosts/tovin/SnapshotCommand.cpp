@@ -138,7 +138,8 @@ Command snapshotCommand(CLI::App& program) {
   app->add_option("--scale", options->scale, "pixels to a point")
       ->check(CLI::Range(0.5, 8.0))
       ->capture_default_str();
-  app->add_option("-o,--output", options->output, "the PNG file, or a folder for it; with \"all\" the folder for them")
+  app->add_option("-o,--output", options->output,
+                  "the PNG file, or a folder for it; with \"all\" the folder for them")
       ->required();
   app->add_option("--sheet", options->sheet,
                   "with \"all\", also this PNG file: one editor of each class, side by side");

@@ -6,6 +6,7 @@
 
 #include "AUEventListener.h"
 #include "AUFlushDenormals.h"
+#include "AUOpenInstances.h"
 
 namespace {
 
@@ -25,6 +26,11 @@ AUEffectBase::AUEffectBase(const AUEffectTraits& traits)
   smoothed_.resize(traits.parameters.size());
   for (AudioStreamBasicDescription& format : formats_)
     format = {44100, kAudioFormatLinearPCM, kAudioFormatFlagsNativeFloatPacked, 4, 1, 4, 2, 32, 0};
+  AUOpenInstances::add(this);
+}
+
+AUEffectBase::~AUEffectBase() {
+  AUOpenInstances::remove(this);
 }
 
 OSStatus AUEffectBase::initialize() {

@@ -43,7 +43,7 @@ class AUEffectBase {
   static constexpr UInt32 maximumFramesLimit = 1u << 20;
 
   explicit AUEffectBase(const AUEffectTraits& traits);
-  virtual ~AUEffectBase() = default;
+  virtual ~AUEffectBase();
   AUEffectBase(const AUEffectBase&) = delete;
   AUEffectBase& operator=(const AUEffectBase&) = delete;
 
@@ -51,13 +51,13 @@ class AUEffectBase {
   OSStatus initialize();
   void uninitialize() { initialized_ = false; }
   OSStatus reset();
-  OSStatus propertyInfo(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element, UInt32& size,
-                        bool& writable) const;
-  OSStatus getProperty(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element, void* data,
-                       UInt32& size) const;
+  virtual OSStatus propertyInfo(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element,
+                                UInt32& size, bool& writable) const;
+  virtual OSStatus getProperty(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element,
+                               void* data, UInt32& size) const;
   OSStatus setProperty(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element,
                        const void* data, UInt32 size);
-  OSStatus getParameter(AudioUnitParameterID id, Float32& value) const;
+  virtual OSStatus getParameter(AudioUnitParameterID id, Float32& value) const;
   OSStatus setParameter(AudioUnitParameterID id, Float32 value);
   OSStatus render(UInt32* actionFlags, const AudioTimeStamp* timeStamp, UInt32 frames, AudioBufferList& data);
 

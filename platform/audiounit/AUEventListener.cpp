@@ -4,6 +4,7 @@
 
 #include "AUEffectBase.h"
 #include "AUEventRegistrations.h"
+#include "AUOpenInstances.h"
 
 namespace {
 
@@ -13,7 +14,8 @@ AUEventKey keyOf(const AudioUnitEvent& event) {
 }
 
 bool namesInstance(const AudioUnitEvent* event) {
-  return event && event->mArgument.mParameter.mAudioUnit;
+  const AudioUnit unit = event ? event->mArgument.mParameter.mAudioUnit : nullptr;
+  return unit && AUOpenInstances::contains(unit);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "AudioUnit.h"
 
 #include "AUEffectBase.h"
+#include "AUOpenInstances.h"
 #include "NSLog.h"
 
 namespace {
@@ -11,15 +12,20 @@ OSStatus guarded(OSStatus failure, Function&& function) noexcept {
   try {
     return function();
   } catch (const std::exception& error) {
-    NSLog(std::string("audio unit failed: ") + error.what());
+    NSLogOnce(std::string("audio unit failed: ") + error.what());
   } catch (...) {
-    NSLog("audio unit failed");
+    NSLogOnce("audio unit failed");
   }
   return failure;
 }
 
-OSStatus checkGlobal(AudioUnit unit, AudioUnitScope scope, AudioUnitElement element) {
+OSStatus check(AudioUnit unit) {
   if (!unit) return paramErr;
+  return AUOpenInstances::contains(unit) ? noErr : badComponentInstance;
+}
+
+OSStatus checkGlobal(AudioUnit unit, AudioUnitScope scope, AudioUnitElement element) {
+  if (const OSStatus status = check(unit)) return status;
   if (scope != kAudioUnitScope_Global) return kAudioUnitErr_InvalidScope;
   return element == 0 ? noErr : kAudioUnitErr_InvalidElement;
 }
@@ -27,12 +33,12 @@ OSStatus checkGlobal(AudioUnit unit, AudioUnitScope scope, AudioUnitElement elem
 }  // namespace
 
 OSStatus AudioUnitInitialize(AudioUnit unit) {
-  if (!unit) return paramErr;
+  if (const OSStatus status = check(unit)) return status;
   return guarded(kAudioUnitErr_FailedInitialization, [&] { return unit->initialize(); });
 }
 
 OSStatus AudioUnitUninitialize(AudioUnit unit) {
-  if (!unit) return paramErr;
+  if (const OSStatus status = check(unit)) return status;
   unit->uninitialize();
   return noErr;
 }
@@ -44,7 +50,7 @@ OSStatus AudioUnitReset(AudioUnit unit, AudioUnitScope scope, AudioUnitElement e
 
 OSStatus AudioUnitGetPropertyInfo(AudioUnit unit, AudioUnitPropertyID property, AudioUnitScope scope,
                                   AudioUnitElement element, UInt32* dataSize, Boolean* writable) {
-  if (!unit) return paramErr;
+  if (const OSStatus status = check(unit)) return status;
   UInt32 size = 0;
   bool canBeWritten = false;
   if (const OSStatus status = unit->propertyInfo(property, scope, element, size, canBeWritten)) return status;
@@ -55,13 +61,15 @@ OSStatus AudioUnitGetPropertyInfo(AudioUnit unit, AudioUnitPropertyID property, 
 
 OSStatus AudioUnitGetProperty(AudioUnit unit, AudioUnitPropertyID property, AudioUnitScope scope,
                               AudioUnitElement element, void* data, UInt32* ioSize) {
-  if (!unit || !data || !ioSize) return paramErr;
+  if (!data || !ioSize) return paramErr;
+  if (const OSStatus status = check(unit)) return status;
   return unit->getProperty(property, scope, element, data, *ioSize);
 }
 
 OSStatus AudioUnitSetProperty(AudioUnit unit, AudioUnitPropertyID property, AudioUnitScope scope,
                               AudioUnitElement element, const void* data, UInt32 size) {
-  if (!unit || !data) return paramErr;
+  if (!data) return paramErr;
+  if (const OSStatus status = check(unit)) return status;
   return unit->setProperty(property, scope, element, data, size);
 }
 
@@ -79,7 +87,8 @@ OSStatus AudioUnitSetParameter(AudioUnit unit, AudioUnitParameterID parameter, A
 
 OSStatus AudioUnitRender(AudioUnit unit, UInt32* actionFlags, const AudioTimeStamp* timeStamp, UInt32 bus,
                          UInt32 frames, AudioBufferList* data) {
-  if (!unit || !data) return paramErr;
+  if (!data) return paramErr;
+  if (const OSStatus status = check(unit)) return status;
   if (bus != 0) return kAudioUnitErr_InvalidElement;
   return guarded(paramErr, [&] { return unit->render(actionFlags, timeStamp, frames, *data); });
 }

@@ -53,7 +53,7 @@ struct AURenderCallbackStruct {
   friend bool operator==(const AURenderCallbackStruct&, const AURenderCallbackStruct&) = default;
 };
 
-/// All functions answer paramErr for a null instance. Unless it says otherwise a function belongs to the
+/// All functions answer paramErr for a null instance and badComponentInstance for one that is closed. Unless it says otherwise a function belongs to the
 /// main thread; those that change what a render uses (initialise, uninitialise, reset, the properties that
 /// are set before initialisation, the render callback) must not run beside a render of the same instance.
 

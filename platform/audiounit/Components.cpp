@@ -8,6 +8,7 @@
 
 #include "AUEffectBase.h"
 #include "AUEventHub.h"
+#include "AUOpenInstances.h"
 #include "MacRoman.h"
 #include "NSException.h"
 
@@ -100,11 +101,14 @@ OSStatus GetComponentInfo(Component component, ComponentDescription* description
 
 OSStatus GetComponentInfo(ComponentInstance instance, ComponentDescription* description, Handle name,
                           Handle info, Handle icon) {
+  if (instance && !AUOpenInstances::contains(instance)) return badComponentInstance;
   return GetComponentInfo(instance ? instance->component() : nullptr, description, name, info, icon);
 }
 
 SInt32 GetComponentVersion(ComponentInstance instance) {
-  return instance && instance->component() ? instance->component()->version : 0;
+  const Component component =
+      instance && AUOpenInstances::contains(instance) ? instance->component() : nullptr;
+  return component ? component->version : 0;
 }
 
 OSStatus OpenAComponent(Component component, ComponentInstance* instance) {
@@ -119,6 +123,7 @@ OSStatus OpenAComponent(Component component, ComponentInstance* instance) {
 
 OSStatus CloseComponent(ComponentInstance instance) {
   if (!instance) return paramErr;
+  if (!AUOpenInstances::contains(instance)) return badComponentInstance;
   AUEventHub::shared().forgetInstance(instance->serial());
   const std::unique_ptr<AUEffectBase> last(instance);
   last->uninitialize();

@@ -50,5 +50,6 @@ SInt32 GetComponentVersion(ComponentInstance instance);
 /// A new instance at factory defaults, not initialised; the caller closes it.
 OSStatus OpenAComponent(Component component, ComponentInstance* instance);
 /// Ends the instance. Registrations of listeners about it and events that wait for delivery go with it.
-/// Nobody may use the instance meanwhile or afterwards. Allowed from inside a listener's dispatch.
+/// Nobody may use the instance meanwhile; whoever does afterwards is refused, until the next instance is
+/// given its address. Allowed from inside a listener's dispatch.
 OSStatus CloseComponent(ComponentInstance instance);

@@ -15,7 +15,7 @@ void NSAssertionHandler::handleFailureInMethod(std::string_view method, const NS
                                                std::string_view file, int lineNumber,
                                                std::string_view description) {
   const std::string className = object ? object->isa().name() : "(null)";
-  NSLog("*** Assertion failure in -[" + className + " " + std::string(method) + "], " + std::string(file) +
+  NSLogOnce("*** Assertion failure in -[" + className + " " + std::string(method) + "], " + std::string(file) +
         ":" + std::to_string(lineNumber) + ": " + std::string(description));
   throw NSException(NSInternalInconsistencyException, std::string(description));
 }
@@ -25,9 +25,9 @@ bool NSGuardCallback(const char* where, const std::function<void()>& callback) n
     callback();
     return true;
   } catch (const std::exception& error) {
-    NSLog(std::string(where) + " failed: " + error.what());
+    NSLogOnce(std::string(where) + " failed: " + error.what());
   } catch (...) {
-    NSLog(std::string(where) + " failed");
+    NSLogOnce(std::string(where) + " failed");
   }
   return false;
 }

@@ -21,5 +21,6 @@ class NSException : public std::exception {
 };
 
 /// Runs one callback at a boundary that exceptions must not cross (an event, a timer, a listener, a
-/// render, the factory call): an exception is logged with `where` and the answer is false.
+/// render, the factory call): an exception is logged with `where`, once, and the answer is
+/// false.
 bool NSGuardCallback(const char* where, const std::function<void()>& callback) noexcept;

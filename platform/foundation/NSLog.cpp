@@ -46,5 +46,6 @@ void NSLogOnce(std::string_view line) noexcept try {
 NSLogSink NSSetLogSink(NSLogSink sink) {
   Log& log = theLog();
   const std::lock_guard lock(log.mutex);
+  log.seen.clear();
   return std::exchange(log.sink, std::move(sink));
 }

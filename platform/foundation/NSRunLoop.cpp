@@ -38,16 +38,24 @@ NSRunLoop::Scope::~Scope() {
 
 NSRunLoop& NSRunLoop::currentRunLoop() {
   if (scoped) return *scoped;
-  thread_local const auto loop = std::make_shared<NSRunLoop>();
-  return *loop;
+  // A window may keep the loop for longer than its thread, but what timers reach may be gone by then.
+  struct Own {
+    const std::shared_ptr<NSRunLoop> loop = std::make_shared<NSRunLoop>();
+    ~Own() { loop->invalidateTimers(); }
+  };
+  thread_local const Own own;
+  return *own.loop;
 }
 
 NSRunLoop::NSRunLoop() : wakeDescriptor_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
 
 NSRunLoop::~NSRunLoop() {
-  // A timer and its target often hold each other: ending it lets both go.
-  for (const TimerEntry& entry : std::exchange(timers_, {})) entry.timer->invalidate();
+  invalidateTimers();
   close(wakeDescriptor_);
+}
+
+void NSRunLoop::invalidateTimers() {
+  for (const TimerEntry& entry : std::exchange(timers_, {})) entry.timer->invalidate();
 }
 
 void NSRunLoop::invalidateTimersOf(const std::function<bool(const NSObject& target)>& isSuch) {

@@ -36,12 +36,12 @@ class RunLoopObserver {
 /// pass. There is never a nested loop. All operations belong to the loop's thread, but for post and wake.
 class NSRunLoop : public std::enable_shared_from_this<NSRunLoop> {
  public:
-  /// The loop of the innermost Scope, else the thread's own, which lives as long as the thread, and longer for
-  /// whoever keeps a reference.
+  /// The loop of the innermost Scope, else the thread's own, which lives as long as the thread, and longer
+  /// for whoever keeps a reference.
   static NSRunLoop& currentRunLoop();
 
-  /// Makes a loop the thread's current one for the scope's life. For plug-ins: the thread is the host's, and a
-  /// loop of the thread's own would outlive the plug-in's code. Scopes nest; the loop is kept.
+  /// Makes a loop the thread's current one for the scope's life. For plug-ins: the thread is the host's, and
+  /// a loop of the thread's own would outlive the plug-in's code. Scopes nest; the loop is kept.
   class Scope {
    public:
     explicit Scope(std::shared_ptr<NSRunLoop> loop);
@@ -66,6 +66,9 @@ class NSRunLoop : public std::enable_shared_from_this<NSRunLoop> {
   /// Adding a timer again adds the mode; in three modes it still ticks once a period.
   void addTimer_forMode(std::shared_ptr<NSTimer> timer, NSRunLoopMode mode);
   size_t timerCount() const;
+  /// Ends all. A timer and its target often hold each other, and this lets both go; as does the end of the
+  /// loop's thread.
+  void invalidateTimers();
   /// Ends those whose target is such a one, so that nothing holds it any more.
   void invalidateTimersOf(const std::function<bool(const NSObject& target)>& isSuch);
 

@@ -8,6 +8,11 @@
 #include "NumberText.h"
 
 BundleFixture::BundleFixture(float scale) : display_(scale) {
+  forgetLog();
+}
+
+void BundleFixture::forgetLog() {
+  log_.clear();
   NSSetLogSink([this](std::string_view line) { log_.emplace_back(line); });
 }
 

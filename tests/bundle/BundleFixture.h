@@ -21,6 +21,8 @@ class BundleFixture : public testing::Test {
   ~BundleFixture() override;
 
   void advance(double seconds) { clock_.advance(NSRunLoop::currentRunLoop(), seconds); }
+  /// What was said before is news again.
+  void forgetLog();
   /// A shown window at (200, 300) whose content is the view.
   static std::shared_ptr<NSWindow> show(const std::shared_ptr<NSView>& view);
   /// The view in the middle of an empty shown window of that size.

@@ -118,7 +118,7 @@ TEST_F(FactoryTests, whatIsWrongWithADescriptionIsLogged) {
       {"<interface>\n<view class=\"NoSuch\" frame=\"0 0 9 9\"/></interface>",
        ":2: class \"NoSuch\", expected the name of a view class"},
       {"<interface>\n\n<view class=\"jxAppleAUView\" frame=\"0 0 9\"/></interface>",
-       ":3: frame \"0 0 9\", expected \"x y width height\" with a positive size"},
+       ":3: frame \"0 0 9\", expected \"x y width height\" with a positive size, no number beyond 4096"},
       {"<interface><view class=\"sdly_UIView\" outlet=\"uiFreshlyLoadedView\" frame=\"0 0 9 "
        "9\"/></interface>",
        ":1: outlet \"inToOutDelay\" of sdly_UIView is not connected, expected a view with "
