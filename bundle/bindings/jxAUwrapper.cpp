@@ -1,5 +1,7 @@
 #include "jxAUwrapper.h"
 
+#include <cmath>
+
 #include "Class.h"
 #include "MacRoman.h"
 #include "NSAssertionHandler.h"
@@ -61,7 +63,9 @@ void jxAUwrapper::callbacksChanged() {
 }
 
 double jxAUwrapper::auTempo() {
+  double told = tempo;
   if (mHostCallbackInfo.beatAndTempoProc)
-    mHostCallbackInfo.beatAndTempoProc(mHostCallbackInfo.hostUserData, nullptr, &tempo);
+    mHostCallbackInfo.beatAndTempoProc(mHostCallbackInfo.hostUserData, nullptr, &told);
+  if (told > 0 && std::isfinite(told)) tempo = told;
   return tempo;
 }

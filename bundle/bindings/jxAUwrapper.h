@@ -30,7 +30,8 @@ class jxAUwrapper : public NSObject {
   /// sends it from its setAU:.
   void perpareHostCallbacks();
   void callbacksChanged();
-  /// Asks the host. Beats per minute; what it said last when it says nothing, at first 120.
+  /// Asks the host. Beats per minute, above 0; what it said last when it says nothing or no tempo, at first
+  /// 120.
   double auTempo();
 
  private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "NSGraphicsContext.h"
 #include "NSImageUtils.h"
@@ -11,6 +12,8 @@
 std::shared_ptr<jxAUKnobOverlayWindow> jxAURotaryKnob::gArrowWindow;
 
 namespace {
+
+constexpr int mostTicks = 1000;  // of an archive: many more than can be told apart
 
 std::shared_ptr<NSBezierPath> segment(NSPoint from, NSPoint to, float lineWidth) {
   auto path = NSBezierPath::bezierPath();
@@ -53,12 +56,20 @@ jxAURotaryKnob::jxAURotaryKnob(NSCoder& coder) : NSControl(coder) {
   commonInit();
   setKnobColor(coder.decodeObjectOfClass<NSColor>());
   setMarkerColor(coder.decodeObjectOfClass<NSColor>());
-  double min, max;
+  const auto limit = [&coder] {
+    double value;
+    coder.decodeValueOfObjCType_at("d", &value);
+    if (!(std::abs(value) <= std::numeric_limits<float>::max()))
+      coder.fail("the limit of a range that is no float, expected a finite one");
+    return value;
+  };
   bool isLogarithmic;
-  coder.decodeValueOfObjCType_at("d", &min);
-  coder.decodeValueOfObjCType_at("d", &max);
+  const double min = limit();
+  const double max = limit();
   coder.decodeValueOfObjCType_at("d", &m_value);
   coder.decodeValueOfObjCType_at("i", &m_tickCount);
+  if (m_tickCount < 0 || m_tickCount > mostTicks)
+    coder.fail(std::to_string(m_tickCount) + " tick marks, expected 0 to " + std::to_string(mostTicks));
   coder.decodeValueOfObjCType_at("c", &m_showEndpoints);
   m_offset = coder.decodePoint();
   coder.decodeValueOfObjCType_at("c", &isLogarithmic);
@@ -134,7 +145,7 @@ void jxAURotaryKnob::setMin_max(double min, double max) {
 
 void jxAURotaryKnob::setLogarithmic(bool logarithmic) {
   if (!logarithmic) m_logarithmic = false;
-  if (!logarithmic || !(m_min > 0)) return;
+  if (!logarithmic || !(m_min > 0 && m_max > 0)) return;
   m_logarithmic = true;
   m_logMax = std::log(m_max);
   m_logMin = std::log(m_min);

@@ -25,8 +25,9 @@ class jxAURotaryKnob : public NSControl {
   /// 0 to 100, linear, at 0.
   explicit jxAURotaryKnob(NSRect frame);
   /// From an archive: colours, range, position, tick marks, centre and mapping; the rest as of a new knob,
-  /// the mouse range too. A knob archived as logarithmic whose minimum has no logarithm is linear; a position
-  /// that is none is the nearest end.
+  /// the mouse range too. A knob archived as logarithmic whose range has no logarithm is linear; a position
+  /// that is none is the nearest end; a limit that is no finite float and a senseless count of tick marks are
+  /// refused.
   explicit jxAURotaryKnob(NSCoder& coder);
   void encodeWithCoder(NSCoder& coder) const override;
   ~jxAURotaryKnob() override;
@@ -46,7 +47,7 @@ class jxAURotaryKnob : public NSControl {
   void setMin_max(double min, double max);
   double minValue() const { return m_min; }
   double maxValue() const { return m_max; }
-  /// On only while the minimum is above 0.
+  /// On only while the limits are above 0.
   void setLogarithmic(bool logarithmic);
   bool logarithmic() const { return m_logarithmic; }
   /// The value is rounded to whole numbers, halves away from zero.

@@ -145,7 +145,8 @@ void dely_GraphView::drawBeats() const {
   const float y = axisY();
   const auto beats = static_cast<float>(shownSeconds / (60 / tempo));
   const float step = beatsPerTick(tempo);
-  float taken = NSMinX(inBounds());  // by labels, from the left
+  if (step * NSWidth(inBounds()) < beats) return;  // closer than points
+  float taken = NSMinX(inBounds());                // by labels, from the left
   referenceColor()->set();
   for (float beat = step; beat < beats; beat += step) {
     const bool isWhole = beat == std::floor(beat);

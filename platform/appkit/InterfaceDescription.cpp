@@ -1,6 +1,7 @@
 #include "InterfaceDescription.h"
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <memory>
 #include <pugixml.hpp>
@@ -16,6 +17,8 @@
 #include "NumberText.h"
 
 namespace {
+
+constexpr double farthest = 4096;  // points; what lies or reaches beyond was meant otherwise
 
 /// What is wrong, without the file's name.
 struct DescriptionError {
@@ -121,11 +124,13 @@ class Loader {
     std::vector<float> numbers;
     for (std::string word; words >> word;) {
       double value;
-      if (!foundation::wholeNumberText(word, value)) break;
+      if (!foundation::wholeNumberText(word, value) || std::abs(value) > farthest) break;
       numbers.push_back(static_cast<float>(value));
     }
     if (numbers.size() != 4 || !words.eof() || !(numbers[2] > 0) || !(numbers[3] > 0))
-      fail(node, "frame \"" + text + "\", expected \"x y width height\" with a positive size");
+      fail(node, "frame \"" + text +
+                     "\", expected \"x y width height\" with a positive size, no number beyond " +
+                     foundation::fixedText(farthest, 0));
     return NSMakeRect(numbers[0], numbers[1], numbers[2], numbers[3]);
   }
 

@@ -21,12 +21,12 @@ class NSObject;
 ///     </menu>
 ///   </interface>
 ///
-/// A top-level view's outlet is the owner's; an outlet further in is that of the top-level view round it, and
-/// that of a menu is that of the top-level view before it (the owner's, if there is none). All other
-/// attributes are those of the class's record. A pop-up button (or subclass) takes items in place of views.
-/// Only its outlet (a std::shared_ptr) and the buttons that show it keep a menu. Order: all objects, by their
-/// constructor with the frame, with their attributes, items and tree, then outlets, then "awakeFromNib" once
-/// to each view that answers it, parents before children.
+/// Frames are in points, no number beyond 4096. A top-level view's outlet is the owner's; an outlet further
+/// in is that of the top-level view round it, and that of a menu is that of the top-level view before it (the
+/// owner's, if there is none). All other attributes are those of the class's record. A pop-up button (or
+/// subclass) takes items in place of views. Only its outlet (a std::shared_ptr) and the buttons that show it
+/// keep a menu. Order: all objects, by their constructor with the frame, with their attributes, items and
+/// tree, then outlets, then "awakeFromNib" once to each view that answers it, parents before children.
 ///
 /// False, with one line "FILE:LINE: what is wrong, what was expected" in the log, when anything is wrong: a
 /// file that is missing or no XML, an unknown element, class, outlet, attribute or value, a required outlet

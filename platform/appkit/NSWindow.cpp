@@ -53,7 +53,10 @@ void NSWindow::setFrame(NSRect frame) {
     surface_.reset();
     addDamage(bounds());
   }
-  if (visible_) place();
+  if (visible_)
+    place();
+  else if (real_)
+    real_->setFrame(frame_);  // it may be shown again by the display itself
 }
 
 NSPoint NSWindow::convertBaseToScreen(NSPoint point) const {

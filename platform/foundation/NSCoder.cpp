@@ -1,5 +1,7 @@
 #include "NSCoder.h"
 
+#include <cmath>
+
 #include "NSAssertionHandler.h"
 #include "NSException.h"
 
@@ -24,7 +26,11 @@ void NSCoder::encodePoint(NSPoint point) {
 }
 
 NSPoint NSCoder::decodePoint() {
-  const auto x = static_cast<uint32_t>(decodeBits(coordinateType));
-  const auto y = static_cast<uint32_t>(decodeBits(coordinateType));
-  return {std::bit_cast<float>(x), std::bit_cast<float>(y)};
+  const auto coordinate = [this] {
+    const auto value = std::bit_cast<float>(static_cast<uint32_t>(decodeBits(coordinateType)));
+    if (!std::isfinite(value)) fail("a coordinate that is not finite, expected a finite one");
+    return value;
+  };
+  const float x = coordinate();
+  return {x, coordinate()};
 }

@@ -45,6 +45,7 @@ class NSCoder {
       *value = static_cast<T>(bits);
   }
   void encodePoint(NSPoint point);
+  /// Its coordinates are finite.
   NSPoint decodePoint();
 
   /// The same object again is the same object when it is read. Null may be written. A class that is not
@@ -59,6 +60,8 @@ class NSCoder {
     if (!object) fail("expected an object of class " + T::record().name());
     return object;
   }
+  /// For a decoder: what was read last is not what was expected.
+  [[noreturn]] virtual void fail(const std::string& message) const;
 
  protected:
   static constexpr char objectType = '@', coordinateType = 'f';
@@ -67,7 +70,6 @@ class NSCoder {
 
   virtual void encodeBits(char type, uint64_t bits) = 0;
   virtual uint64_t decodeBits(char type) = 0;
-  [[noreturn]] virtual void fail(const std::string& message) const;
 
  private:
   template <class T>

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <numbers>
+#include <numeric>
 #include <vector>
 
 namespace {
@@ -17,8 +18,9 @@ template <class Filter>
 void eachLine(uint8_t* data, int width, int height, int stride, const Filter& filter) {
   std::vector<uint8_t> in(static_cast<size_t>(std::max(width, height)));
   const auto run = [&](uint8_t* first, int count, ptrdiff_t step) {
-    for (int i = 0; i < count; ++i) in[static_cast<size_t>(i)] = first[i * step];
-    filter(in, first, count, step);
+    uint8_t any = 0;
+    for (int i = 0; i < count; ++i) any |= in[static_cast<size_t>(i)] = first[i * step];
+    if (any) filter(in, first, count, step);
   };
   for (int y = 0; y < height; ++y) run(data + static_cast<ptrdiff_t>(y) * stride, width, 1);
   for (int x = 0; x < width; ++x) run(data + x, height, stride);
@@ -27,22 +29,27 @@ void eachLine(uint8_t* data, int width, int height, int stride, const Filter& fi
 void gaussian(uint8_t* data, int width, int height, int stride, float sigma) {
   const int reach = static_cast<int>(std::ceil(3 * sigma));
   std::vector<float> kernel(static_cast<size_t>(2 * reach + 1));
-  float sum = 0;
   for (int i = -reach; i <= reach; ++i) {
     // The share of a whole pixel: a value at its middle would narrow a Gaussian of less than a pixel.
     const auto below = [&](float x) { return std::erf(x / (sigma * std::numbers::sqrt2_v<float>)); };
-    const float weight = below(static_cast<float>(i) + 0.5f) - below(static_cast<float>(i) - 0.5f);
-    kernel[static_cast<size_t>(i + reach)] = weight;
-    sum += weight;
+    kernel[static_cast<size_t>(i + reach)] =
+        below(static_cast<float>(i) + 0.5f) - below(static_cast<float>(i) - 0.5f);
   }
+  const float sum = std::accumulate(kernel.begin(), kernel.end(), 0.0f);
+  for (float& weight : kernel) weight /= sum;
+  std::vector<float> spread;
   eachLine(data, width, height, stride,
            [&](const std::vector<uint8_t>& in, uint8_t* out, int count, ptrdiff_t step) {
+             // From where something is, as most of a text's mask is empty.
+             spread.assign(static_cast<size_t>(count + 2 * reach), 0);
              for (int i = 0; i < count; ++i) {
-               float value = 0;
-               for (int k = std::max(-reach, -i); k <= std::min(reach, count - 1 - i); ++k)
-                 value += kernel[static_cast<size_t>(k + reach)] * in[static_cast<size_t>(i + k)];
-               out[i * step] = static_cast<uint8_t>(value / sum + 0.5f);
+               if (in[static_cast<size_t>(i)] == 0) continue;
+               const float value = in[static_cast<size_t>(i)];
+               float* const around = &spread[static_cast<size_t>(i)];
+               for (int k = 0; k <= 2 * reach; ++k) around[k] += kernel[static_cast<size_t>(k)] * value;
              }
+             for (int i = 0; i < count; ++i)
+               out[i * step] = static_cast<uint8_t>(spread[static_cast<size_t>(i + reach)] + 0.5f);
            });
 }
 
@@ -56,6 +63,8 @@ void threeBoxes(uint8_t* data, int width, int height, int stride, float sigma) {
   for (int pass = 0; pass < 3; ++pass) {
     const int size = pass < static_cast<int>(std::lround(lowers)) ? lower : lower + 2;
     const int reach = size / 2;
+    // Rounded; a little more than half, as the share of a whole number must not end below it.
+    const float share = 1 / static_cast<float>(size), half = static_cast<float>(reach) + 0.25f;
     eachLine(data, width, height, stride,
              [&](const std::vector<uint8_t>& in, uint8_t* out, int count, ptrdiff_t step) {
                int sum = 0;
@@ -63,7 +72,7 @@ void threeBoxes(uint8_t* data, int width, int height, int stride, float sigma) {
                for (int i = 0; i < count; ++i) {
                  if (i + reach < count) sum += in[static_cast<size_t>(i + reach)];
                  if (i - reach - 1 >= 0) sum -= in[static_cast<size_t>(i - reach - 1)];
-                 out[i * step] = static_cast<uint8_t>((sum + size / 2) / size);
+                 out[i * step] = static_cast<uint8_t>((static_cast<float>(sum) + half) * share);
                }
              });
   }
