@@ -1,34 +1,38 @@
 #pragma once
 
-#include <memory>
+#include <functional>
+#include <string>
 
-#include "AudioUnit.h"
-#include "NSDate.h"
-#include "NSWindow.h"
-#include "OffscreenDisplay.h"
+#include "BenchEffect.h"
+#include "BenchStage.h"
 
 /// An editor on a live effect in a shown window of an offscreen display, under a virtual clock.
 class BenchEditor {
  public:
-  BenchEditor(const char (&subtype)[5], float scale);
+  /// Open and drawn, the effect at its defaults.
+  BenchEditor(const std::string& code, float scale);
   ~BenchEditor();
   BenchEditor(const BenchEditor&) = delete;
   BenchEditor& operator=(const BenchEditor&) = delete;
 
-  static std::shared_ptr<NSView> makeView(AudioUnit unit);
-  AudioUnit unit() const { return unit_; }
+  BenchStage& stage() { return stage_; }
+  BenchEffect& effect() { return effect_; }
   NSView& view() const { return *window_->contentView(); }
-  /// Draws what is marked.
-  void redraw();
-  void advance(double seconds);
-  OffscreenWindow& shown() const { return *display_.windows().front(); }
+
+  /// What a host does to show it, up to the first picture; and to be rid of it.
+  void open();
+  void close();
+  /// What a host's automation does.
+  void automate(AudioUnitParameterID id, Float32 value);
+  /// The effect hears that many seconds of noise, which fades and begins again once a second.
+  void hear(double seconds);
+  /// The middle of the first view of that class, on the screen; throws std::runtime_error when there is none.
+  NSPoint middleOf(const std::string& className) const;
 
  private:
-  VirtualClock clock_;
-  OffscreenDisplay display_;
-  AudioUnit unit_;
+  BenchStage stage_;
+  BenchEffect effect_;
   std::shared_ptr<NSWindow> window_;
+  bool initialized_ = false;
+  size_t heard_ = 0;  // frames
 };
-
-/// A new instance; the caller closes it.
-AudioUnit openEffect(const char (&subtype)[5]);

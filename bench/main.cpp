@@ -1,15 +1,51 @@
-// Benchmarks. What counts are ratios between rows of one run: see docs/benchmarks.md.
+// All benchmarks in one table of ratios: see docs/benchmarks.md.
 
-#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <cstring>
+#include <exception>
 
-#include "AppKitClasses.h"
+#include "Figures.h"
 #include "RegisterEffects.h"
 
-int main(int argc, char** argv) {
-  NSRegisterAppKitClasses();
+namespace {
+
+constexpr const char* heading =
+    "RATIO is the time of a figure over that of its floor, both taken by turns in this run.\n"
+    "Floor of an editor's figure: the cairo calls of the same turns, played again without the code that made "
+    "them;\n"
+    "where a turn measures the effect, also the effect's own render, the transform and the logarithms. That "
+    "of open\n"
+    "makes the same bitmaps and the first picture. Automated turns: over the bare calls of a full redraw. "
+    "Growth: over\n"
+    "the same with the lesser number.\n\n";
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+  std::string filter;
+  std::vector<char*> arguments(argv, argv + argc);
+  std::erase_if(arguments, [&](const char* argument) {
+    const bool isFilter = std::strncmp(argument, "--filter=", 9) == 0;
+    if (isFilter) filter = argument + 9;
+    return isFilter;
+  });
+  static char leastTime[] = "--benchmark_min_time=0.1", repetitions[] = "--benchmark_repetitions=3";
+  arguments.insert(arguments.begin() + 1, {leastTime, repetitions});
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
+
   RegisterEffects();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
+  RatioTable table;
+  addEditorFigures(table);
+  addWorstTurns(table);
+  addWorstBlocks(table);
+  addGrowth(table);
+  addMessages(table);
+  std::fputs(heading, stdout);
+  table.run(filter);
+  return 0;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "tovin_bench: %s\n", error.what());
+  return 1;
 }

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr double highestFraction = 0.49;  // of the sample rate
+constexpr double nearEnough = 1e-4;       // a step after which the next would be its square
 
 double amplitude(double gain) {
   return factorOfDecibels(gain / 2);
@@ -51,14 +52,15 @@ auto BiquadDesign::ofOctaves(double octaves) const -> Width {
   // Both edges are as far from the centre on the warped scale log tan(frequency / 2). There the error is
   // concave and one to two times as steep as the scale, so Newton's steps cannot miss.
   const double ratio = std::exp2(octaves);
-  const double center = std::log(tuning_);
-  const double half = octaves * std::numbers::ln2 / 2;
-  double distance = half;
+  const double unwarped = std::sqrt(ratio);
+  double upper = tuning_ * unwarped;  // the tangents of the edges
   for (int i = 0; i < 8; ++i) {
-    const double upper = std::atan(std::exp(center + distance));
-    const double lower = upper / ratio;
-    const double error = std::log(std::tan(lower)) - center + distance;
-    distance -= error / (1 + std::sin(2 * upper) / (ratio * std::sin(2 * lower)));
+    const double lower = std::tan(std::atan(upper) / ratio);
+    const double error = std::log(lower * upper / (tuning_ * tuning_));
+    const double step = error / (1 + upper * (1 + lower * lower) / (ratio * lower * (1 + upper * upper)));
+    upper *= std::exp(-step);
+    if (std::fabs(step) < nearEnough) break;
   }
-  return {2 * std::sinh(distance), 2 * std::sinh(half)};
+  const double distance = upper / tuning_;
+  return {distance - 1 / distance, unwarped - 1 / unwarped};
 }

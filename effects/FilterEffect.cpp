@@ -77,7 +77,8 @@ void FilterEffect<sectionCount>::glideOn() {
   next_ = design(values, sampleRate());
   for (size_t s = 0; s < sectionCount; ++s) {
     if (!gliding_) gliders_[s] = GlidingFilter(biquads_[s], sections_[s]);
-    steps_[s] = FilterSection{0, 0, 0, 0, 0, 0}.plus(next_[s].plus(sections_[s], -1), 1.0 / glideFrames);
+    glides_[s] = GlidingSection(sections_[s]);
+    steps_[s] = glides_[s].step(GlidingSection(next_[s]), 1.0 / glideFrames);
   }
   gliding_ = true;
   glideLeft_ = glideFrames;
@@ -116,15 +117,20 @@ void FilterEffect<sectionCount>::runSettled(float* left, float* right, UInt32 fr
 
 template <size_t sectionCount>
 void FilterEffect<sectionCount>::runGliding(float* left, float* right, UInt32 frames) {
+  auto gliders = gliders_;
+  auto glides = glides_;
+  const auto steps = steps_;
   for (UInt32 i = 0; i < frames; ++i) {
     StereoSample sample = {left[i], right[i]};
     for (size_t s = 0; s < sectionCount; ++s) {
-      sections_[s] = sections_[s].plus(steps_[s], 1);
-      sample = gliders_[s].next(sample, sections_[s]);
+      glides[s] += steps[s];
+      sample = gliders[s].next(sample, glides[s]);
     }
     left[i] = static_cast<float>(sample[0]);
     right[i] = static_cast<float>(sample[1]);
   }
+  gliders_ = gliders;
+  glides_ = glides;
   glideLeft_ -= frames;
   if (glideLeft_ > 0) return;
   sections_ = next_;

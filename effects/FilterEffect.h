@@ -36,7 +36,7 @@ class FilterEffect : public AUEffectBase {
   void runSettled(float* left, float* right, UInt32 frames);
   void runGliding(float* left, float* right, UInt32 frames);
 
-  static constexpr UInt32 glideFrames = 16;
+  static constexpr UInt32 glideFrames = 32;
 
   const std::span<const AUParameterRow> rows_;
   std::array<AUSmoothedValue, maximumParameters> ramps_;  // of the logarithm, for logarithmic parameters
@@ -49,7 +49,7 @@ class FilterEffect : public AUEffectBase {
   std::array<Biquad, sectionCount> biquads_;
 
   std::array<GlidingFilter, sectionCount> gliders_;
-  Sections next_;   // where the glide leads
-  Sections steps_;  // a frame's part of the way there
+  Sections next_;                                            // where the glide leads
+  std::array<GlidingSection, sectionCount> glides_, steps_;  // where it is, and a frame's part of the way
   UInt32 glideLeft_ = 0;
 };

@@ -11,8 +11,9 @@ BiquadCoefficients FilterSection::coefficients() const {
 Biquad GlidingFilter::biquad(const FilterSection& section) const {
   GlidingFilter silent = *this;
   constexpr StereoSample nothing = {};
-  const StereoSample first = silent.next(nothing, section);
-  const StereoSample second = silent.next(nothing, section);
+  const GlidingSection still(section);
+  const StereoSample first = silent.next(nothing, still);
+  const StereoSample second = silent.next(nothing, still);
   return {first, second + section.coefficients().a1 * first};
 }
 

@@ -131,7 +131,6 @@ MatrixReverb::Tuning MatrixReverb::tuningFor(const Wanted& wanted) const {
   tuning.largeDelay = static_cast<UInt32>(std::lround((v[preDelay] + v[largeDelay]) * rate));
   tuning.small = RoomTuning(smallShape, lines, rate);
   tuning.large = RoomTuning(largeShape, lines, rate);
-  tuning.longestRun = std::min(tuning.small.longestRun(), tuning.large.longestRun());
   return tuning;
 }
 
@@ -187,8 +186,7 @@ void MatrixReverb::process(std::span<float* const> channels, UInt32 frames) {
   for (UInt32 done = 0; done < frames;) {
     const UInt32 offset = position_ % chunkFrames;
     if (offset == 0) beginChunk();
-    UInt32 part = std::min({frames - done, chunkFrames - offset, now_.longestRun});
-    if (isFading()) part = std::min(part, next_.longestRun);
+    const UInt32 part = std::min(frames - done, chunkFrames - offset);
     runChunk({position_, part}, channels, done);
     position_ += part;
     done += part;

@@ -22,7 +22,6 @@ class MatrixReverb : public AUEffectBase {
   struct Tuning {
     UInt32 smallDelay = 0, largeDelay = 0;  // frames before either room
     RoomTuning small, large;
-    UInt32 longestRun = 1;
   };
 
   void prepare() override;

@@ -11,6 +11,8 @@
 /// nothing.
 using Chunk = Sixteen;
 inline constexpr uint32_t chunkFrames = Chunk::size;
+/// For a run of four frames or less.
+using ShortChunk = Numbers<4>;
 
 struct ChunkRun {
   uint32_t position;  // of its first frame since the reset
@@ -32,16 +34,24 @@ class ReverbLine {
   /// What was written `delay` frames before the position, and on from there.
   const float* read(uint32_t position, uint32_t delay) const { return &memory_[(position - delay) & mask_]; }
   void write(const ChunkRun& run, const float* samples) {
-    const uint32_t start = run.position & mask_;
-    if (run.frames == chunkFrames)  // in line
-      std::memcpy(&memory_[start], samples, sizeof(Chunk));
-    else
-      std::memcpy(&memory_[start], samples, run.frames * sizeof(float));
-    if (start < guard) std::copy_n(samples, std::min(run.frames, guard - start), &memory_[mask_ + 1 + start]);
+    std::memcpy(&memory_[run.position & mask_], samples, run.frames * sizeof(float));
+    repeatStart(run, samples);
+  }
+  template <uint32_t size>
+  void write(const ChunkRun& run, const Numbers<size>& chunk) {
+    if (run.frames != size) return write(run, chunk.data());
+    std::memcpy(&memory_[run.position & mask_], chunk.data(), sizeof chunk);  // in line
+    repeatStart(run, chunk.data());
   }
 
  private:
   static constexpr uint32_t guard = chunkFrames + 4;
+
+  /// Behind the ring's end, so that what is read is one piece.
+  void repeatStart(const ChunkRun& run, const float* samples) {
+    const uint32_t start = run.position & mask_;
+    if (start < guard) std::copy_n(samples, std::min(run.frames, guard - start), &memory_[mask_ + 1 + start]);
+  }
 
   std::vector<float> memory_;
   uint32_t mask_ = 0;

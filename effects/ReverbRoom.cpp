@@ -9,14 +9,16 @@ using Four = Sixteen::Four;
 using FourNumbers [[gnu::vector_size(16)]] = int32_t;
 
 /// The numbers of the frames of a run, counted from its chunk's beginning.
-Chunk framesOf(const ChunkRun& run) {
-  Chunk frames;
-  for (uint32_t k = 0; k < chunkFrames; ++k) frames[k] = static_cast<float>(run.offset() + k);
+template <class AnyChunk>
+AnyChunk framesOf(const ChunkRun& run) {
+  AnyChunk frames;
+  for (uint32_t k = 0; k < AnyChunk::size; ++k) frames[k] = static_cast<float>(run.offset() + k);
   return frames;
 }
 
-Chunk along(const ChunkRamp<float>& ramp, const Chunk& frames) {
-  return Chunk::fromGroups([&](uint32_t g) { return ramp.start + ramp.step * frames.four(g); });
+template <class AnyChunk>
+AnyChunk along(const ChunkRamp<float>& ramp, const AnyChunk& frames) {
+  return AnyChunk::fromGroups([&](uint32_t g) { return ramp.start + ramp.step * frames.four(g); });
 }
 
 Four along(const ChunkRamp<LineValues>& ramp, uint32_t line, Four frames) {
@@ -89,6 +91,7 @@ void ReverbRoom::beginChunk(const ChunkState& state) {
   const RoomTuning& now = state.now;
   const RoomTuning& next = state.next;
   fading_ = state.isFading();
+  longestRun_ = fading_ ? std::min(now.longestRun, next.longestRun) : now.longestRun;
   linesNow_ = now.lines;
   linesNext_ = next.lines;
   const auto places = [this](const Phase& phase) { return cosines_ * phase.sine + sines_ * phase.cosine; };
@@ -109,37 +112,41 @@ void ReverbRoom::beginChunk(const ChunkState& state) {
     }
 }
 
-void ReverbRoom::diffuse(const ChunkRun& run, Diffusers& diffusers, Chunk& chunk) const {
-  const Chunk frames = framesOf(run);
-  const Chunk fade = along(fade_, frames);
-  Chunk sample = chunk;
+template <class AnyChunk>
+void ReverbRoom::diffuse(const ChunkRun& run, Diffusers& diffusers, AnyChunk& chunk) const {
+  const AnyChunk frames = framesOf<AnyChunk>(run);
+  const AnyChunk fade = along(fade_, frames);
+  AnyChunk sample = chunk;
   for (Diffuser& diffuser : diffusers) {
-    Chunk delayed(diffuser.ring.read(run.position, diffuser.now));
-    if (fading_) delayed += (Chunk(diffuser.ring.read(run.position, diffuser.next)) - delayed) * fade;
-    const Chunk inside = sample + delayed * RoomTuning::diffusion;
+    AnyChunk delayed(diffuser.ring.read(run.position, diffuser.now));
+    if (fading_) delayed += (AnyChunk(diffuser.ring.read(run.position, diffuser.next)) - delayed) * fade;
+    const AnyChunk inside = sample + delayed * RoomTuning::diffusion;
     sample = delayed - inside * RoomTuning::diffusion;
-    diffuser.ring.write(run, inside.data());
+    diffuser.ring.write(run, inside);
   }
   chunk = chunk * along(plain_, frames) + sample * along(diffused_, frames);
 }
 
-Chunk ReverbRoom::read(const ChunkRun& run, const Chunk& frames, const Taps& taps, uint32_t line) const {
+template <class AnyChunk>
+AnyChunk ReverbRoom::read(const ChunkRun& run, const AnyChunk& frames, const Taps& taps,
+                          uint32_t line) const {
   const float* from = rings_[line].read(run.position, taps.delays[line]);
-  return Chunk::fromGroups([&](uint32_t g) {
+  return AnyChunk::fromGroups([&](uint32_t g) {
     const Four four = frames.four(g);
     const float* first = from + 4 * g;
-    return Chunk::fourAt(first) * along(taps.weights[0], line, four) +
-           Chunk::fourAt(first + 1) * along(taps.weights[1], line, four) +
-           Chunk::fourAt(first + 2) * along(taps.weights[2], line, four) +
-           Chunk::fourAt(first + 3) * along(taps.weights[3], line, four);
+    return AnyChunk::fourAt(first) * along(taps.weights[0], line, four) +
+           AnyChunk::fourAt(first + 1) * along(taps.weights[1], line, four) +
+           AnyChunk::fourAt(first + 2) * along(taps.weights[2], line, four) +
+           AnyChunk::fourAt(first + 3) * along(taps.weights[3], line, four);
   });
 }
 
 // A line's frames wait for each other; those of four lines are computed together.
-void ReverbRoom::damp(const ChunkRun& run, uint32_t group, LineChunks& chunks) {
+template <class AnyChunk>
+void ReverbRoom::damp(const ChunkRun& run, uint32_t group, LineChunks<AnyChunk>& chunks) {
   Four damped = damped_.four(group), last = damped;
   Four pole = poles_.start.four(group) + poles_.step.four(group) * static_cast<float>(run.offset());
-  for (uint32_t quarter = 0; quarter < chunkFrames / 4; ++quarter) {
+  for (uint32_t quarter = 0; quarter < AnyChunk::groups; ++quarter) {
     std::array<Four, 4> rows;
     for (uint32_t i = 0; i < 4; ++i) rows[i] = chunks[4 * group + i].four(quarter);
     transpose(rows);
@@ -154,21 +161,23 @@ void ReverbRoom::damp(const ChunkRun& run, uint32_t group, LineChunks& chunks) {
   damped_.setFour(group, last);
 }
 
-void ReverbRoom::run(const ChunkRun& run, std::array<Chunk, 2> inputs, std::array<Chunk, 2>& outputs) {
+template <class AnyChunk>
+void ReverbRoom::runPart(const ChunkRun& run, std::array<AnyChunk, 2> inputs,
+                         std::array<AnyChunk, 2>& outputs) {
   for (uint32_t c = 0; c < inputs_; ++c) diffuse(run, diffusers_[c], inputs[c]);
-  const Chunk frames = framesOf(run);
-  const Chunk fade = along(fade_, frames);
+  const AnyChunk frames = framesOf<AnyChunk>(run);
+  const AnyChunk fade = along(fade_, frames);
   const uint32_t active = std::max(linesNow_, linesNext_);
 
-  LineChunks chunks;
-  std::array<Chunk, 2> sums;
+  LineChunks<AnyChunk> chunks;
+  std::array<AnyChunk, 2> sums;
   for (uint32_t i = 0; i < active; ++i) {
-    Chunk& chunk = chunks[i];
+    AnyChunk& chunk = chunks[i];
     chunk = read(run, frames, now_, i);
     if (fading_) chunk += (read(run, frames, next_, i) - chunk) * fade;
     // What is heard is not damped yet, so that a dull room still begins bright.
     gather(i, fade, chunk, sums);
-    chunk *= Chunk::fromGroups([&](uint32_t g) { return along(gains_, i, frames.four(g)); });
+    chunk *= AnyChunk::fromGroups([&](uint32_t g) { return along(gains_, i, frames.four(g)); });
   }
   for (uint32_t c = 0; c < 2; ++c) outputs[c] += sums[c] * along(level_, frames);
 
@@ -176,17 +185,19 @@ void ReverbRoom::run(const ChunkRun& run, std::array<Chunk, 2> inputs, std::arra
   mix(chunks, fade);
   for (uint32_t i = 0; i < maximumLines; ++i) {  // those that are out of use fall silent
     if (i < active) {
-      const Chunk& input = inputs[inputs_ == 1 ? 0 : i % 2];
-      chunks[i] += Chunk::fromGroups(
+      const AnyChunk& input = inputs[inputs_ == 1 ? 0 : i % 2];
+      chunks[i] += AnyChunk::fromGroups(
           [&](uint32_t g) { return input.four(g) * along(inputRamps_, i, frames.four(g)); });
     } else {
       chunks[i] = {};
     }
-    rings_[i].write(run, chunks[i].data());
+    rings_[i].write(run, chunks[i]);
   }
 }
 
-void ReverbRoom::gather(uint32_t line, const Chunk& fade, Chunk chunk, std::array<Chunk, 2>& sums) const {
+template <class AnyChunk>
+void ReverbRoom::gather(uint32_t line, const AnyChunk& fade, AnyChunk chunk,
+                        std::array<AnyChunk, 2>& sums) const {
   if (line >= linesNow_) chunk *= fade;
   if (line >= linesNext_) chunk -= chunk * fade;
   for (uint32_t c = 0; c < 2; ++c) {
@@ -198,15 +209,38 @@ void ReverbRoom::gather(uint32_t line, const Chunk& fade, Chunk chunk, std::arra
   }
 }
 
-void ReverbRoom::mix(LineChunks& chunks, const Chunk& fade) const {
+template <class AnyChunk>
+void ReverbRoom::mix(LineChunks<AnyChunk>& chunks, const AnyChunk& fade) const {
   if (!fading_ || linesNow_ == linesNext_) return mixUnitary(chunks, linesNow_);
   // Lines beyond those of one of the two are not in its matrix; a mixture of both still gains no energy.
-  LineChunks next = chunks;
+  LineChunks<AnyChunk> next = chunks;
   mixUnitary(chunks, linesNow_);
   mixUnitary(next, linesNext_);
   for (uint32_t i = 0; i < std::max(linesNow_, linesNext_); ++i) {
     if (i >= linesNow_) chunks[i] = {};
     if (i >= linesNext_) next[i] = {};
     chunks[i] += (next[i] - chunks[i]) * fade;
+  }
+}
+
+template <class AnyChunk>
+void ReverbRoom::runPartOf(const ChunkRun& run, uint32_t first, const std::array<Chunk, 2>& inputs,
+                           std::array<Chunk, 2>& outputs) {
+  std::array<AnyChunk, 2> in, out;
+  for (uint32_t c = 0; c < inputs_; ++c) in[c] = AnyChunk(inputs[c].data() + first, run.frames);
+  runPart(run, in, out);
+  for (uint32_t c = 0; c < 2; ++c)
+    for (uint32_t k = 0; k < run.frames; ++k) outputs[c][first + k] += out[c][k];
+}
+
+void ReverbRoom::run(const ChunkRun& run, const std::array<Chunk, 2>& inputs, std::array<Chunk, 2>& outputs) {
+  if (run.frames > ShortChunk::size && run.frames <= longestRun_) return runPart(run, inputs, outputs);
+  for (uint32_t done = 0; done < run.frames;) {
+    const ChunkRun part{run.position + done, std::min(run.frames - done, longestRun_)};
+    if (part.frames <= ShortChunk::size)
+      runPartOf<ShortChunk>(part, done, inputs, outputs);
+    else
+      runPartOf<Chunk>(part, done, inputs, outputs);
+    done += part.frames;
   }
 }

@@ -42,7 +42,7 @@ class ReverbRoom {
 
   void beginChunk(const ChunkState& state);
   /// Adds what the room answers to one or two channels of input.
-  void run(const ChunkRun& run, std::array<Chunk, 2> inputs, std::array<Chunk, 2>& outputs);
+  void run(const ChunkRun& run, const std::array<Chunk, 2>& inputs, std::array<Chunk, 2>& outputs);
 
  private:
   /// Where the lines are read: by Lagrange's polynomial through four samples.
@@ -57,11 +57,22 @@ class ReverbRoom {
   using Diffusers = std::array<Diffuser, RoomTuning::diffusers>;
 
   Taps tapsOf(const RoomTuning& tuning, const LineValues& placesFrom, const LineValues& placesTo) const;
-  void diffuse(const ChunkRun& run, Diffusers& diffusers, Chunk& chunk) const;
-  Chunk read(const ChunkRun& run, const Chunk& frames, const Taps& taps, uint32_t line) const;
-  void gather(uint32_t line, const Chunk& fade, Chunk chunk, std::array<Chunk, 2>& sums) const;
-  void damp(const ChunkRun& run, uint32_t group, LineChunks& chunks);
-  void mix(LineChunks& chunks, const Chunk& fade) const;
+  // A small room is run in parts, since what goes in comes back soon.
+  template <class AnyChunk>
+  void runPart(const ChunkRun& run, std::array<AnyChunk, 2> inputs, std::array<AnyChunk, 2>& outputs);
+  template <class AnyChunk>
+  void runPartOf(const ChunkRun& run, uint32_t first, const std::array<Chunk, 2>& inputs,
+                 std::array<Chunk, 2>& outputs);
+  template <class AnyChunk>
+  void diffuse(const ChunkRun& run, Diffusers& diffusers, AnyChunk& chunk) const;
+  template <class AnyChunk>
+  AnyChunk read(const ChunkRun& run, const AnyChunk& frames, const Taps& taps, uint32_t line) const;
+  template <class AnyChunk>
+  void gather(uint32_t line, const AnyChunk& fade, AnyChunk chunk, std::array<AnyChunk, 2>& sums) const;
+  template <class AnyChunk>
+  void damp(const ChunkRun& run, uint32_t group, LineChunks<AnyChunk>& chunks);
+  template <class AnyChunk>
+  void mix(LineChunks<AnyChunk>& chunks, const AnyChunk& fade) const;
 
   uint32_t inputs_ = 1;
   std::array<ReverbLine, maximumLines> rings_;
@@ -71,6 +82,7 @@ class ReverbRoom {
 
   // Of the chunk.
   bool fading_ = false;
+  uint32_t longestRun_ = chunkFrames;
   uint32_t linesNow_ = 4, linesNext_ = 4;
   Taps now_, next_;
   ChunkRamp<LineValues> inputRamps_, gains_, poles_;

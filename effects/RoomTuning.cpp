@@ -46,12 +46,7 @@ RoomTuning::RoomTuning(const RoomShape& shape, uint32_t lineCount, double sample
   plain = static_cast<float>(std::sqrt(1 - shape.density));
   diffused = static_cast<float>(std::sqrt(shape.density));
   level = static_cast<float>(shape.level);
-}
-
-uint32_t RoomTuning::longestRun() const {
-  uint32_t run = chunkFrames;
-  for (const uint32_t length : lengths) run = std::min(run, length);
+  for (const uint32_t length : lengths) longestRun = std::min(longestRun, length);
   for (const auto& channel : diffuserLengths)
-    for (const uint32_t length : channel) run = std::min(run, length);
-  return run;
+    for (const uint32_t length : channel) longestRun = std::min(longestRun, length);
 }

@@ -24,10 +24,9 @@ struct RoomTuning {
   static constexpr bool isInverted(uint32_t line) { return (line % 4 == 2) != (line / 4 == 1); }
   /// Frames, from those of the size.
   static constexpr uint32_t longestLine(uint32_t size) { return 2 * size + 8; }
-  /// Frames that can be computed before the first of them comes back.
-  uint32_t longestRun() const;
-
   uint32_t lines = 4;
+  /// Frames that can be computed before the first of them comes back, at most a chunk.
+  uint32_t longestRun = chunkFrames;
   std::array<uint32_t, maximumLines> lengths{};
   LineValues excursions;  // frames by which the lengths swing
   // A line's damping is y = gain x + pole y. Beyond `lines` these are 0.

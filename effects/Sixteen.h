@@ -4,24 +4,25 @@
 #include <cstdint>
 #include <cstring>
 
-/// Sixteen numbers that are computed four at a time: a number for each of sixteen frames, or of sixteen
-/// lines.
-class Sixteen {
+/// Numbers that are computed four at a time.
+template <uint32_t count>
+class Numbers {
  public:
   using Four [[gnu::vector_size(16)]] = float;
-  static constexpr uint32_t size = 16;
+  static constexpr uint32_t size = count, groups = count / 4;
+  static_assert(size == 4 * groups);
 
-  Sixteen() : values_{} {}
-  explicit Sixteen(float value) { values_.fill(value); }
-  /// From memory; only the first `count`, the others are 0.
-  explicit Sixteen(const float* from) { std::memcpy(data(), from, sizeof values_); }
-  Sixteen(const float* from, uint32_t count) : values_{} { std::memcpy(data(), from, count * sizeof(float)); }
+  Numbers() : values_{} {}
+  explicit Numbers(float value) { values_.fill(value); }
+  /// From memory; only the first `some`, the others are 0.
+  explicit Numbers(const float* from) { std::memcpy(data(), from, sizeof values_); }
+  Numbers(const float* from, uint32_t some) : values_{} { std::memcpy(data(), from, some * sizeof(float)); }
 
   /// Four by four, from a function of the group's number.
   template <class Function>
-  static Sixteen fromGroups(Function function) {
-    Sixteen result{Unset()};
-    for (uint32_t g = 0; g < 4; ++g) result.setFour(g, function(g));
+  static Numbers fromGroups(Function function) {
+    Numbers result{Unset()};
+    for (uint32_t g = 0; g < groups; ++g) result.setFour(g, function(g));
     return result;
   }
 
@@ -38,30 +39,33 @@ class Sixteen {
   Four four(uint32_t group) const { return fourAt(&values_[4 * group]); }
   void setFour(uint32_t group, Four four) { std::memcpy(&values_[4 * group], &four, sizeof four); }
 
-  Sixteen& operator+=(const Sixteen& other) {
-    for (uint32_t g = 0; g < 4; ++g) setFour(g, four(g) + other.four(g));
+  Numbers& operator+=(const Numbers& other) {
+    for (uint32_t g = 0; g < groups; ++g) setFour(g, four(g) + other.four(g));
     return *this;
   }
-  Sixteen& operator-=(const Sixteen& other) {
-    for (uint32_t g = 0; g < 4; ++g) setFour(g, four(g) - other.four(g));
+  Numbers& operator-=(const Numbers& other) {
+    for (uint32_t g = 0; g < groups; ++g) setFour(g, four(g) - other.four(g));
     return *this;
   }
-  Sixteen& operator*=(const Sixteen& other) {
-    for (uint32_t g = 0; g < 4; ++g) setFour(g, four(g) * other.four(g));
+  Numbers& operator*=(const Numbers& other) {
+    for (uint32_t g = 0; g < groups; ++g) setFour(g, four(g) * other.four(g));
     return *this;
   }
-  Sixteen& operator*=(float factor) {
-    for (uint32_t g = 0; g < 4; ++g) setFour(g, four(g) * factor);
+  Numbers& operator*=(float factor) {
+    for (uint32_t g = 0; g < groups; ++g) setFour(g, four(g) * factor);
     return *this;
   }
-  friend Sixteen operator+(Sixteen a, const Sixteen& b) { return a += b; }
-  friend Sixteen operator-(Sixteen a, const Sixteen& b) { return a -= b; }
-  friend Sixteen operator*(Sixteen a, const Sixteen& b) { return a *= b; }
-  friend Sixteen operator*(Sixteen a, float factor) { return a *= factor; }
+  friend Numbers operator+(Numbers a, const Numbers& b) { return a += b; }
+  friend Numbers operator-(Numbers a, const Numbers& b) { return a -= b; }
+  friend Numbers operator*(Numbers a, const Numbers& b) { return a *= b; }
+  friend Numbers operator*(Numbers a, float factor) { return a *= factor; }
 
  private:
   struct Unset {};
-  explicit Sixteen(Unset) {}
+  explicit Numbers(Unset) {}
 
   alignas(16) std::array<float, size> values_;
 };
+
+/// A number for each of sixteen frames, or of sixteen lines.
+using Sixteen = Numbers<16>;
