@@ -19,7 +19,7 @@ void RatioTable::add(std::vector<RatioRow> rows, Measurement measurement, Runs r
   entries_.push_back({std::move(rows), std::move(measurement), runs});
 }
 
-void RatioTable::run(const std::string& filter) {
+bool RatioTable::run(const std::string& filter) {
   const std::regex wanted(filter);
   for (const Entry& entry : entries_) {
     const bool matches = std::any_of(entry.rows.begin(), entry.rows.end(), [&](const RatioRow& row) {
@@ -35,6 +35,7 @@ void RatioTable::run(const std::string& filter) {
   std::printf("%d rows, %d above their goals", printed_, missed_);
   if (failed_) std::printf(", %d measurements failed", failed_);
   std::printf("\n");
+  return failed_ == 0;
 }
 
 bool RatioTable::ReportContext(const Context&) {

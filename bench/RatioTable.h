@@ -24,8 +24,9 @@ class RatioTable : public benchmark::BenchmarkReporter {
   enum class Runs { repeated, once };
 
   void add(std::vector<RatioRow> rows, Measurement measurement, Runs runs = Runs::repeated);
-  /// Runs those measurements of which a row matches the regular expression, and prints the table.
-  void run(const std::string& filter);
+  /// Runs those measurements of which a row matches the regular expression, and prints the table. False when
+  /// one of them failed; rows above their goals are no failures.
+  bool run(const std::string& filter);
 
   bool ReportContext(const Context& context) override;
   void ReportRuns(const std::vector<Run>& runs) override;

@@ -10,14 +10,13 @@
 namespace {
 
 constexpr const char* heading =
-    "RATIO is the time of a figure over that of its floor, both taken by turns in this run.\n"
-    "Floor of an editor's figure: the cairo calls of the same turns, played again without the code that made "
-    "them;\n"
-    "where a turn measures the effect, also the effect's own render, the transform and the logarithms. That "
-    "of open\n"
-    "makes the same bitmaps and the first picture. Automated turns: over the bare calls of a full redraw. "
-    "Growth: over\n"
-    "the same with the lesser number.\n\n";
+    R"(RATIO is the time of a figure over that of its floor, both taken by turns in this run.
+Floor of an editor's figure: the cairo calls of the same turns, played again without the code
+that made them; where a turn measures the effect, also the effect's own render, the transform
+and the logarithms. That of open makes the same bitmaps and the first picture. Automated turns:
+over the bare calls of a full redraw. Growth: over the same with the lesser number.
+
+)";
 
 }  // namespace
 
@@ -43,8 +42,7 @@ int main(int argc, char** argv) try {
   addGrowth(table);
   addMessages(table);
   std::fputs(heading, stdout);
-  table.run(filter);
-  return 0;
+  return table.run(filter) ? 0 : 1;
 } catch (const std::exception& error) {
   std::fprintf(stderr, "tovin_bench: %s\n", error.what());
   return 1;

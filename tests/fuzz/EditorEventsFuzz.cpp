@@ -21,6 +21,7 @@ namespace {
 
 constexpr size_t longest = 150;  // operations
 constexpr float largestSide = 900;
+constexpr float mostDecibels = 1000;  // of a meter, or nothing that is a number
 
 class Script {
  public:
@@ -35,6 +36,7 @@ class Script {
     must(!stage_.window->isInGesture(), "a gesture has ended with its release");
     must(!stage_.display.isPointerHidden(), "the pointer is shown when no button is held");
     client().displayChangedVisibility(true);
+    client().displayChangedKeyboard(false);  // changes wait for the end of an open menu
     stage_.advance(0.3);
     checkKnobs();
     checkPicture();
@@ -112,7 +114,7 @@ class Script {
       }
       case 8: {
         const EffectParameter& p = parameter();
-        if (!p.isWritable()) s.effect->setMeter(p.id, valueFor(p));
+        if (!p.isWritable()) s.effect->setMeter(p.id, std::clamp(valueFor(p), -mostDecibels, mostDecibels));
         break;
       }
       case 9:
