@@ -21,7 +21,6 @@ namespace {
 
 constexpr size_t longest = 150;  // operations
 constexpr float largestSide = 900;
-constexpr float mostDecibels = 1000;  // of a meter, or nothing that is a number
 
 class Script {
  public:
@@ -114,7 +113,7 @@ class Script {
       }
       case 8: {
         const EffectParameter& p = parameter();
-        if (!p.isWritable()) s.effect->setMeter(p.id, std::clamp(valueFor(p), -mostDecibels, mostDecibels));
+        if (!p.isWritable()) s.effect->setMeter(p.id, distance() * 20);
         break;
       }
       case 9:
