@@ -1,9 +1,11 @@
 // One instance between its ports, against the component that it stands for.
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <algorithm>
 #include <cmath>
+#include <thread>
 
 #include "EffectBench.h"
 #include "LoadedPlugin.h"
@@ -122,6 +124,28 @@ TEST(Instances, TakeTheValuesOfTheirFirstRunAtOnce) {
     bench.reset();
     const Samples input = noise(2, 3000, 0.8f);
     EXPECT_EQ(plugin.render(input, {0, 512}), bench.render(input, 512));
+  }
+}
+
+TEST(Instances, SurviveAnAudioThreadThatIsCancelled) {
+  const Samples silence(2, std::vector<float>(1024));
+  for (const std::string& code : effectCodes()) {
+    SCOPED_TRACE(code);
+    LoadedPlugin plugin(code);
+    Samples output = silence;
+    const float* const from[] = {silence[0].data(), silence[1].data()};
+    float* const to[] = {output[0].data(), output[1].data()};
+    plugin.activate();
+    for (int i = 0; i < 5; ++i) {
+      std::thread audio([&]() {
+        pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, nullptr);
+        for (;;) plugin.run(from, to, 1024);
+      });
+      std::this_thread::sleep_for(std::chrono::milliseconds(3));
+      pthread_cancel(audio.native_handle());
+      audio.join();
+    }
+    plugin.run(from, to, 1024);
   }
 }
 

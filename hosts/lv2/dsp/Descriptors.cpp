@@ -1,6 +1,7 @@
 // The one symbol that hosts look for in the plug-ins' shared object.
 
 #include <lv2/core/lv2.h>
+#include <pthread.h>
 
 #include <string>
 #include <vector>
@@ -33,6 +34,16 @@ LV2_Handle instantiate(const LV2_Descriptor* descriptor, double rate, const char
   return made.release();  // the host's until cleanup
 }
 
+// JACK ends its clients' audio threads by cancelling them, at any instruction, and C++ can be unwound at
+// calls alone. So that waits until the block is done. No destructor restores the state: the call may not come
+// back.
+void run(LV2_Handle handle, uint32_t frames) {
+  int state = PTHREAD_CANCEL_ENABLE;
+  pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &state);
+  plugin(handle).run(frames);
+  pthread_setcancelstate(state, nullptr);
+}
+
 void cleanup(LV2_Handle handle) {
   const std::unique_ptr<EffectPlugin> last(&plugin(handle));
 }
@@ -50,7 +61,7 @@ std::vector<Entry> makeEntries() {
         &instantiate,
         [](LV2_Handle handle, uint32_t port, void* data) { plugin(handle).connectPort(port, data); },
         [](LV2_Handle handle) { plugin(handle).activate(); },
-        [](LV2_Handle handle, uint32_t frames) { plugin(handle).run(frames); },
+        &run,
         nullptr,
         &cleanup,
         nullptr};
