@@ -136,12 +136,12 @@ TEST(Instances, SurviveAnAudioThreadThatIsCancelled) {
     const float* const from[] = {silence[0].data(), silence[1].data()};
     float* const to[] = {output[0].data(), output[1].data()};
     plugin.activate();
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 20; ++i) {
       std::thread audio([&]() {
         pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, nullptr);
         for (;;) plugin.run(from, to, 1024);
       });
-      std::this_thread::sleep_for(std::chrono::milliseconds(3));
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
       pthread_cancel(audio.native_handle());
       audio.join();
     }

@@ -35,13 +35,16 @@ LV2_Handle instantiate(const LV2_Descriptor* descriptor, double rate, const char
 }
 
 // JACK ends its clients' audio threads by cancelling them, at any instruction, and C++ can be unwound at
-// calls alone. So that waits until the block is done. No destructor restores the state: the call may not come
-// back.
+// calls alone. So that waits until the block is done. The state alone does not keep a request off that is
+// already on its way, the type does. No destructor restores them: those calls may not come back.
 void run(LV2_Handle handle, uint32_t frames) {
+  int type = PTHREAD_CANCEL_DEFERRED;
   int state = PTHREAD_CANCEL_ENABLE;
+  pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, &type);
   pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &state);
   plugin(handle).run(frames);
   pthread_setcancelstate(state, nullptr);
+  pthread_setcanceltype(type, nullptr);
 }
 
 void cleanup(LV2_Handle handle) {
