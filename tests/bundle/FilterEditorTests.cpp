@@ -112,6 +112,14 @@ TEST_F(FilterEditor, HandlesOfTheSingleBandsStandOnTheirCurve) {
       const float curve = graph().graphPositionForFreq_gain(frequency, levelAt(frequency)).y;
       EXPECT_NEAR(graph().getPointForHandle(0).y, curve, 2) << effect << " " << frequency << " " << level;
     }
+    if (effect[0] == 'h') {
+      constexpr float hertz = 3 * 22050.0f / 1024;  // where one sample stands, far from the next
+      automate(0, 150);
+      automate(1, 0);
+      advance(0.1);
+      EXPECT_TRUE(filled(hertz, levelAt(hertz) - 1.2f));
+      EXPECT_FALSE(filled(hertz, levelAt(hertz) + 1.2f));
+    }
     close();
   }
   for (const char* effect : {"lshf", "hshf"}) {

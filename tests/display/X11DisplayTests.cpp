@@ -74,6 +74,10 @@ TEST_F(X11Windows, TellsOfWhatOthersDoToTheWindow) {
   window->setFrame(place);
   settle();
   EXPECT_EQ(client.frame, NSZeroRect) << "our own doing is no news";
+  client.exposed.clear();
+  XDestroyWindow(user->x(), user->makeWindow(110, 110, 30, 20));
+  settle();
+  EXPECT_EQ(client.exposed, std::vector{NSMakeRect(10, 70, 30, 20)});
   XSetInputFocus(user->x(), PointerRoot, RevertToNone, CurrentTime);
   XUnmapWindow(user->x(), id);
   settle();
