@@ -62,6 +62,7 @@ void BenchEditor::open() {
 }
 
 void BenchEditor::close() {
+  if (!window_) return;
   window_->close();
   window_.reset();
   stage_.advance(timersEnd);

@@ -19,7 +19,7 @@ class BenchEditor {
   BenchEffect& effect() { return effect_; }
   NSView& view() const { return *window_->contentView(); }
 
-  /// What a host does to show it, up to the first picture; and to be rid of it.
+  /// What a host does to show it, up to the first picture; and to be rid of it, if it is open.
   void open();
   void close();
   /// What a host's automation does.

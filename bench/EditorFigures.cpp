@@ -22,6 +22,7 @@ struct Activity {
   int before = 1;                                 // cycles until one is like the other
   int measurements = 0;                           // of the effect, in each step
   bool drawsAll = false;
+  std::function<void()> beforeFloor = [] {};
 };
 
 std::vector<uint32_t> pixelsOf(const Bitmap& bitmap) {
@@ -67,6 +68,7 @@ void compare(benchmark::State& state, const EditorKind& kind, BenchEditor& edito
     return seconds;
   };
   const auto floor = [&] {
+    activity.beforeFloor();
     const double seconds = secondsOf([&] {
       tape.play();
       for (int i = 0; measurement && i < activity.steps * activity.measurements; ++i) measurement->run();
@@ -78,7 +80,11 @@ void compare(benchmark::State& state, const EditorKind& kind, BenchEditor& edito
 }
 
 Activity opening(BenchEditor& editor, const EditorKind&) {
-  return {.step = [&](int) { editor.open(); }, .prepare = [&](int) { editor.close(); }, .measurements = 1};
+  // Both find the memory that an editor has just given back.
+  return {.step = [&](int) { editor.open(); },
+          .prepare = [&](int) { editor.close(); },
+          .measurements = 1,
+          .beforeFloor = [&] { editor.close(); }};
 }
 
 Activity fullRedraw(BenchEditor& editor, const EditorKind&) {

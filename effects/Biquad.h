@@ -7,8 +7,6 @@ using StereoSample [[gnu::vector_size(2 * sizeof(double))]] = double;
 struct BiquadCoefficients {
   double b0 = 1, b1 = 0, b2 = 0, a1 = 0, a2 = 0;
 
-  /// Factor by which a sine of this frequency in Hz comes out louder.
-  double magnitude(double frequency, double sampleRate) const;
   /// Time constant of the slower pole, in frames.
   double decayFrames() const;
 };

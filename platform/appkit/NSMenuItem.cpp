@@ -11,11 +11,6 @@ const Class& NSMenuItem::record() {
   return c;
 }
 
-void NSMenuItem::setTitle(std::string title) {
-  title_ = std::move(title);
-  attributedTitle_.reset();
-}
-
 void NSMenuItem::setAttributedTitle(NSAttributedString title) {
   title_ = title.string();
   attributedTitle_ = std::move(title);

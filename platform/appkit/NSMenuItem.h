@@ -16,8 +16,6 @@ class NSMenuItem : public NSObject {
   static const Class& record();
 
   const std::string& title() const { return title_; }
-  /// Plain again, if it had attributes.
-  void setTitle(std::string title);
   /// Shown with its own attributes; `title` is its characters.
   void setAttributedTitle(NSAttributedString title);
   /// The title to be drawn: its own attributes, else those given.

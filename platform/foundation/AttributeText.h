@@ -10,9 +10,7 @@ class Class;
 namespace foundation {
 
 std::string parseAttribute(std::string_view text, std::string& value);
-std::string parseAttribute(std::string_view text, bool& value);   // "yes" or "no"
-std::string parseAttribute(std::string_view text, float& value);  // a decimal number, nothing after it
-std::string parseAttribute(std::string_view text, int& value);
+std::string parseAttribute(std::string_view text, bool& value);          // "yes" or "no"
 std::string parseAttribute(std::string_view text, const Class*& value);  // its name
 
 }  // namespace foundation

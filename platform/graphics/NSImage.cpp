@@ -105,10 +105,13 @@ const Bitmap* NSImage::representation(float scale) const {
   if (own_) return own_.get();
   if (path_.empty()) return nullptr;
   const int wanted = std::clamp(static_cast<int>(std::ceil(scale - 0.01f)), 1, 3);
-  for (int s = wanted; s > 1; --s)
-    if (std::filesystem::exists(scaledPath(path_, s)))
-      return decoded(scaledPath(path_, s), static_cast<float>(s));
-  return decoded(path_, 1);
+  auto& version = versions_[static_cast<size_t>(wanted - 1)];
+  if (!version) {
+    int s = wanted;
+    while (s > 1 && !std::filesystem::exists(scaledPath(path_, s))) --s;
+    version = decoded(scaledPath(path_, s), static_cast<float>(s));
+  }
+  return *version;
 }
 
 void NSImage::lockFocus() {

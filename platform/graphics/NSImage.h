@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,6 +52,7 @@ class NSImage : public std::enable_shared_from_this<NSImage> {
 
   std::string path_;
   mutable std::optional<NSSize> size_;
+  mutable std::array<std::optional<const Bitmap*>, 3> versions_;  // of the file, by scale, once looked for
   std::shared_ptr<Bitmap> own_;
   bool isFolded_ = false;
   std::vector<std::unique_ptr<NSGraphicsContext>> focus_;

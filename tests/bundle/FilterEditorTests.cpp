@@ -143,6 +143,10 @@ TEST_F(FilterEditor, WidthsOfTheSingleBands) {
   EXPECT_NEAR(parameter(1), 1.414214f / 1.25f, 1e-5f);
   drag(handle, 0, 2000, NSAlternateKeyMask);
   EXPECT_EQ(parameter(1), 20) << "narrower than nothing is as narrow as the effect goes";
+  const NSPoint to = graph().graphPositionForFreq_gain(1000, -6);
+  drag(handle, to.x - handle.x, to.y - handle.y);
+  EXPECT_NEAR(parameter(0), 1000, 0.5f);
+  EXPECT_NEAR(parameter(2), -6, 0.01f);
   close();
   open("bpas");
   handle = graph().graphPositionForFreq_gain(parameter(0), 0);
