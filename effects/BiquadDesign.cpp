@@ -9,7 +9,7 @@
 namespace {
 
 constexpr double highestFraction = 0.49;  // of the sample rate
-constexpr double nearEnough = 1e-4;       // a step after which the next would be its square
+constexpr double nearEnough = 1e-3;       // a step after which the next would be its square
 
 double amplitude(double gain) {
   return factorOfDecibels(gain / 2);

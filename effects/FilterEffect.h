@@ -36,7 +36,7 @@ class FilterEffect : public AUEffectBase {
   void runSettled(float* left, float* right, UInt32 frames);
   void runGliding(float* left, float* right, UInt32 frames);
 
-  static constexpr UInt32 glideFrames = 32;
+  static constexpr UInt32 glideFrames = 64;
 
   const std::span<const AUParameterRow> rows_;
   std::array<AUSmoothedValue, maximumParameters> ramps_;  // of the logarithm, for logarithmic parameters

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
+
 #include "Biquad.h"
 
 /// Second-order filter as an analogue one, (high s^2 + band s + low) / (s^2 + damping s + 1), brought to the
@@ -19,40 +22,37 @@ struct FilterSection {
   BiquadCoefficients coefficients() const;
 };
 
-/// A section in the numbers that a frame needs.
-struct GlidingSection {
-  GlidingSection() = default;
+/// A section in the numbers that a frame needs, by pairs, which glide at the cost of one.
+class GlidingSection {
+ public:
+  GlidingSection() : GlidingSection(FilterSection()) {}
   explicit GlidingSection(const FilterSection& s)
-      : tuning(s.tuning),
-        damping(s.damping),
-        drive(s.drive),
-        ofInput(s.high),
-        ofBand((s.band - s.damping * s.high) / s.drive),
-        ofLow((s.low - s.high) / s.drive) {}
+      : pairs_{{{s.tuning, s.damping},
+                {s.drive, s.high},
+                {(s.band - s.damping * s.high) / s.drive, (s.low - s.high) / s.drive}}} {}
+
+  double tuning() const { return pairs_[0][0]; }
+  double damping() const { return pairs_[0][1]; }
+  double drive() const { return pairs_[1][0]; }
+  // What the output has of each.
+  double ofInput() const { return pairs_[1][1]; }
+  double ofBand() const { return pairs_[2][0]; }
+  double ofLow() const { return pairs_[2][1]; }
 
   /// Each number a part of the way to the other's.
   GlidingSection step(const GlidingSection& to, double part) const {
     GlidingSection step;
-    step.tuning = part * (to.tuning - tuning);
-    step.damping = part * (to.damping - damping);
-    step.drive = part * (to.drive - drive);
-    step.ofInput = part * (to.ofInput - ofInput);
-    step.ofBand = part * (to.ofBand - ofBand);
-    step.ofLow = part * (to.ofLow - ofLow);
+    for (std::size_t i = 0; i < pairs_.size(); ++i) step.pairs_[i] = part * (to.pairs_[i] - pairs_[i]);
     return step;
   }
   GlidingSection& operator+=(const GlidingSection& step) {
-    tuning += step.tuning;
-    damping += step.damping;
-    drive += step.drive;
-    ofInput += step.ofInput;
-    ofBand += step.ofBand;
-    ofLow += step.ofLow;
+    for (std::size_t i = 0; i < pairs_.size(); ++i) pairs_[i] += step.pairs_[i];
     return *this;
   }
 
-  double tuning = 1, damping = 1, drive = 1;
-  double ofInput = 0, ofBand = 0, ofLow = 0;
+ private:
+  using Pair [[gnu::vector_size(2 * sizeof(double))]] = double;
+  std::array<Pair, 3> pairs_;
 };
 
 /// The gliding twin of Biquad: its history fits every section, so that one which moves neither clicks nor
@@ -67,14 +67,16 @@ class GlidingFilter {
 
   StereoSample next(StereoSample input, const GlidingSection& s) {
     // What follows from the history alone stands apart, so that the next section need not wait for it.
-    const double a1 = 1 / (1 + s.tuning * (s.tuning + s.damping));
-    const double driven = a1 * s.tuning * s.drive;
-    const StereoSample undriven = a1 * (band_ - s.tuning * low_);
+    const double tuning = s.tuning();
+    const double a1 = 1 / (1 + tuning * (tuning + s.damping()));
+    const double driven = a1 * tuning * s.drive();
+    const StereoSample undriven = a1 * (band_ - tuning * low_);
     const StereoSample band = undriven + driven * input;
-    const StereoSample rest = s.ofBand * undriven + s.ofLow * (low_ + s.tuning * undriven);
-    low_ += 2 * s.tuning * band;
+    const double ofBoth = s.ofBand() + s.ofLow() * tuning;  // what the band adds to the low is heard too
+    const StereoSample rest = ofBoth * undriven + s.ofLow() * low_;
+    low_ += 2 * tuning * band;
     band_ = 2 * band - band_;
-    return (s.ofInput + (s.ofBand + s.ofLow * s.tuning) * driven) * input + rest;
+    return (s.ofInput() + ofBoth * driven) * input + rest;
   }
 
  private:
