@@ -1,5 +1,6 @@
 #include "RoomGeometry.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -28,8 +29,11 @@ float RoomGeometry::scaleAt(float depth) const {
 }
 
 NSRect RoomGeometry::section(float depth) const {
-  const float scale = scaleAt(depth);
-  const float part = depth > 0 ? (frontScale_ - scale) / (frontScale_ - backScale_) : 0;
+  return ofScale(scaleAt(depth));
+}
+
+NSRect RoomGeometry::ofScale(float scale) const {
+  const float part = std::max((frontScale_ - scale) / (frontScale_ - backScale_), 0.0f);
   const float x = center_.x + sway_ * (0.4f * part + 0.6f * part * part);
   return NSMakeRect(x - scale * aspect, center_.y - scale * belowEye, 2 * scale * aspect,
                     scale * (1 + belowEye));

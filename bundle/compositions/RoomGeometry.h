@@ -15,11 +15,14 @@ class RoomGeometry {
 
   /// The hall's cross-section at a depth, which the bend moves sideways as a whole.
   NSRect section(float depth) const;
+  /// The one half as large as portal and back wall together. Corners of the sections lie on parabolas.
+  NSRect middle() const { return ofScale((frontScale_ + backScale_) / 2); }
   /// The depth, below 0, at which the floor leaves the picture.
   float nearestDepth() const { return nearestDepth_; }
 
  private:
   float scaleAt(float depth) const;
+  NSRect ofScale(float scale) const;
 
   NSPoint center_;
   float focus_;     // focal length times half the hall's width

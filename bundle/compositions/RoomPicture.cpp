@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "NSBezierPath.h"
 #include "NSImageUtils.h"
@@ -33,6 +34,16 @@ void strokeRect(NSRect rect, float width) {
   path->stroke();
 }
 
+void fillBetween(NSRect outer, NSRect inner) {
+  const auto ring = NSBezierPath::bezierPathWithRect(outer);
+  ring->moveToPoint({NSMinX(inner), NSMinY(inner)});  // the other way round
+  ring->lineToPoint({NSMinX(inner), NSMaxY(inner)});
+  ring->lineToPoint({NSMaxX(inner), NSMaxY(inner)});
+  ring->lineToPoint({NSMaxX(inner), NSMinY(inner)});
+  ring->closePath();
+  ring->fill();
+}
+
 NSPoint bottomLeft(NSRect r) {
   return r.origin;
 }
@@ -62,14 +73,17 @@ void RoomPicture::draw() const {
   drawSource();
 }
 
+// The parabola's control point, raised to a cubic's two.
 void RoomPicture::addEdge(NSBezierPath& path, Corner corner, bool backwards) const {
-  for (size_t i = 0; i < sections_.size(); ++i) {
-    const NSPoint p = corner(sections_[backwards ? sections_.size() - 1 - i : i]);
-    if (path.isEmpty())
-      path.moveToPoint(p);
-    else
-      path.lineToPoint(p);
-  }
+  NSPoint from = corner(sections_.front());
+  NSPoint to = corner(sections_.back());
+  const NSPoint middle = corner(geometry_.middle());
+  if (backwards) std::swap(from, to);
+  const auto control = [middle](NSPoint far) {
+    return NSPoint{(4 * middle.x - far.x) / 3, (4 * middle.y - far.y) / 3};
+  };
+  path.lineToPoint(from);
+  path.curveToPoint_controlPoint1_controlPoint2(to, control(to), control(from));
 }
 
 void RoomPicture::fillWall(Corner along, Corner back, const NSColor& color) const {
@@ -112,18 +126,36 @@ void RoomPicture::drawWalls() const {
   const auto white = NSColor::whiteColor();
   const auto felt = vellColor_alpha(0x8C969E, 1);
   const auto paint = mixed(*felt, *mixed(color_, *white, 0.3f), look_.brightness);
-  fillWall(bottomLeft, bottomRight, *mixed(*white, *paint, 0.87f));
-  fillWall(topLeft, topRight, *mixed(*white, *paint, 0.56f));
-  const auto side = mixed(*white, *paint, 0.73f);
-  fillWall(bottomLeft, topLeft, *side);
-  fillWall(bottomRight, topRight, *side);
-  mixed(*white, *paint, 0.80f)->set();
+  const auto wall = [&](float part) { return mixed(*white, *paint, part); };
+  wall(0.73f)->set();  // the sides are what the others leave
+  NSBezierPath::fillRect(sections_.front());
+  fillWall(bottomLeft, bottomRight, *wall(0.87f));
+  fillWall(topLeft, topRight, *wall(0.56f));
+  wall(0.80f)->set();
   NSBezierPath::fillRect(sections_.back());
-  // Every section darkens all that lies behind it.
+  drawShade();
+}
+
+// Every section darkens all that lies behind it. Its steps are faint, so that they may go by whole points and
+// each point be darkened once.
+void RoomPicture::drawShade() const {
   const float darkness = 0.50f - 0.30f * look_.brightness;
-  const float share = 1 - std::pow(1 - darkness, 1.0f / slices);
-  vellColor_alpha(0x1E2A36, share)->set();
-  for (size_t i = 1; i < sections_.size(); ++i) NSBezierPath::fillRect(sections_[i]);
+  const auto wholePoints = [](NSRect r) {
+    const float x = std::round(NSMinX(r)), y = std::round(NSMinY(r));
+    return NSMakeRect(x, y, std::round(NSMaxX(r)) - x, std::round(NSMaxY(r)) - y);
+  };
+  NSRect outer = wholePoints(sections_[1]);
+  for (size_t i = 1; i < sections_.size(); ++i) {
+    const bool isLast = i + 1 == sections_.size();
+    const NSRect inner = isLast ? NSZeroRect : wholePoints(sections_[i + 1]);
+    const float left = std::pow(1 - darkness, static_cast<float>(i) / slices);
+    vellColor_alpha(0x1E2A36, 1 - left)->set();
+    if (isLast)
+      NSBezierPath::fillRect(outer);
+    else
+      fillBetween(outer, inner);
+    outer = inner;
+  }
 }
 
 void RoomPicture::drawWavefronts() const {
@@ -141,12 +173,13 @@ void RoomPicture::drawWavefronts() const {
 
 void RoomPicture::drawEdges() const {
   lineColor()->set();
+  const auto edges = NSBezierPath::bezierPath();
   for (const Corner corner : {bottomLeft, bottomRight, topLeft, topRight}) {
-    const auto edge = NSBezierPath::bezierPath();
-    addEdge(*edge, corner, false);
-    edge->setLineWidth(0.8f);
-    edge->stroke();
+    edges->moveToPoint(corner(sections_.front()));
+    addEdge(*edges, corner, false);
   }
+  edges->setLineWidth(0.8f);
+  edges->stroke();
   strokeRect(sections_.back(), 0.8f);
   strokeRect(sections_.front(), 1.6f);
 }

@@ -24,6 +24,7 @@ class RoomPicture {
   void fillWall(Corner along, Corner back, const NSColor& color) const;
   void drawFloorBefore() const;
   void drawWalls() const;
+  void drawShade() const;
   void drawWavefronts() const;
   void drawEdges() const;
   void drawSource() const;

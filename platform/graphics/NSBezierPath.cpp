@@ -69,6 +69,12 @@ void NSBezierPath::lineToPoint(NSPoint point) {
   append(elements_.empty() ? Kind::move : Kind::line, point);
 }
 
+void NSBezierPath::curveToPoint_controlPoint1_controlPoint2(NSPoint point, NSPoint control1,
+                                                            NSPoint control2) {
+  if (elements_.empty()) moveToPoint(control1);
+  append(Kind::curve, control1, control2, point);
+}
+
 void NSBezierPath::closePath() {
   if (!elements_.empty()) elements_.push_back({Kind::close, {}});
 }

@@ -20,6 +20,7 @@ class NSBezierPath {
 
   void moveToPoint(NSPoint point);
   void lineToPoint(NSPoint point);
+  void curveToPoint_controlPoint1_controlPoint2(NSPoint point, NSPoint control1, NSPoint control2);
   /// Ends the subpath with a line to its start, which is the current point from then on.
   void closePath();
 
