@@ -17,6 +17,7 @@ constexpr AUPresetRow presets[] = {
 
 constexpr UInt32 lineLength = 1u << 16;  // a power of two above the longest delay
 constexpr UInt32 lineMask = lineLength - 1;
+constexpr UInt32 longestRun = lineLength - 44100;  // what is written never reaches what is still to be heard
 constexpr double fadeSeconds = 0.005;
 
 }  // namespace
@@ -41,23 +42,40 @@ void SampleDelay::clear() {
 
 void SampleDelay::process(std::span<float* const> channels, UInt32 frames) {
   const UInt32 wanted = wantedDelay();
-  for (UInt32 i = 0; i < frames; ++i) {
+  for (UInt32 i = 0; i < frames;) {
     if (fadeLeft_ == 0 && wanted != delay_) {
       oldDelay_ = delay_;
       delay_ = wanted;
       fadeLeft_ = fadeFrames_;
     }
-    const float old = static_cast<float>(fadeLeft_) / static_cast<float>(fadeFrames_);
-    for (size_t c = 0; c < channels.size(); ++c) {
-      std::vector<float>& line = lines_[c];
-      line[position_] = channels[c][i];
-      const float heard = line[(position_ - delay_) & lineMask];
-      channels[c][i] =
-          fadeLeft_ == 0 ? heard : heard + old * (line[(position_ - oldDelay_) & lineMask] - heard);
-    }
-    position_ = (position_ + 1) & lineMask;
-    if (fadeLeft_ > 0) --fadeLeft_;
+    i += fadeLeft_ > 0 ? fadeOne(channels, i) : passRun(channels, i, frames - i);
   }
+}
+
+UInt32 SampleDelay::fadeOne(std::span<float* const> channels, UInt32 frame) {
+  const float old = static_cast<float>(fadeLeft_) / static_cast<float>(fadeFrames_);
+  for (size_t c = 0; c < channels.size(); ++c) {
+    std::vector<float>& line = lines_[c];
+    float& sample = channels[c][frame];
+    line[position_] = sample;
+    const float heard = line[(position_ - delay_) & lineMask];
+    sample = heard + old * (line[(position_ - oldDelay_) & lineMask] - heard);
+  }
+  position_ = (position_ + 1) & lineMask;
+  --fadeLeft_;
+  return 1;
+}
+
+UInt32 SampleDelay::passRun(std::span<float* const> channels, UInt32 start, UInt32 frames) {
+  const UInt32 heard = (position_ - delay_) & lineMask;
+  const UInt32 run = std::min({frames, lineLength - position_, lineLength - heard, longestRun});
+  for (size_t c = 0; c < channels.size(); ++c) {
+    float* const line = lines_[c].data();
+    std::copy_n(channels[c] + start, run, line + position_);
+    std::copy_n(line + heard, run, channels[c] + start);
+  }
+  position_ = (position_ + run) & lineMask;
+  return run;
 }
 
 Float64 SampleDelay::tailTime() const {

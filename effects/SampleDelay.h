@@ -17,6 +17,9 @@ class SampleDelay : public AUEffectBase {
   Float64 tailTime() const override;
 
   UInt32 wantedDelay() const;
+  // Both answer how many frames they have done.
+  UInt32 fadeOne(std::span<float* const> channels, UInt32 frame);
+  UInt32 passRun(std::span<float* const> channels, UInt32 start, UInt32 frames);
 
   std::vector<float> lines_[kAudioMaximumChannels];
   UInt32 position_ = 0;  // next frame to write

@@ -7,17 +7,20 @@
 #include "EffectBench.h"
 
 TEST(SampleDelay, IsExactAtEveryDelay) {
-  EffectBench bench("sdly");
+  constexpr UInt32 all = 60000;
+  EffectBench bench("sdly", {.maximumFrames = all});
   ASSERT_NE(bench.unit(), nullptr);
-  const auto input = noise(2, 60000, 1.0f);
+  const auto input = noise(2, all, 1.0f);
   for (const size_t delay : {0, 1, 511, 512, 513, 44099, 44100}) {
     bench.set(0, static_cast<Float32>(delay));
-    bench.reset();
-    const auto output = bench.render(input, 512);
-    for (size_t c = 0; c < 2; ++c) {
-      const auto heard = output[c].begin() + static_cast<std::ptrdiff_t>(delay);
-      EXPECT_TRUE(std::all_of(output[c].begin(), heard, [](float sample) { return sample == 0; })) << delay;
-      EXPECT_TRUE(std::equal(heard, output[c].end(), input[c].begin())) << delay;
+    for (const UInt32 block : {512u, all}) {
+      bench.reset();
+      const auto output = bench.render(input, block);
+      for (size_t c = 0; c < 2; ++c) {
+        const auto heard = output[c].begin() + static_cast<std::ptrdiff_t>(delay);
+        EXPECT_TRUE(std::all_of(output[c].begin(), heard, [](float sample) { return sample == 0; })) << delay;
+        EXPECT_TRUE(std::equal(heard, output[c].end(), input[c].begin())) << delay << " in " << block;
+      }
     }
   }
 }
