@@ -12,6 +12,8 @@
 namespace {
 
 constexpr float farthest = 16000;
+// Of as many edges none can be told from the others: sixteen samples of a pixel are enough, in a third of the time.
+constexpr size_t thicket = 500;
 
 bool isNumber(NSPoint p) {
   return !std::isnan(p.x) && !std::isnan(p.y);
@@ -133,7 +135,10 @@ void NSBezierPath::fill() const {
   if (!context) return;
   context->draw(controlPointBounds(), [this](cairo_t* cairo) {
     replay(cairo);
+    const bool isThicket = elements_.size() > thicket;
+    if (isThicket) cairo_set_antialias(cairo, CAIRO_ANTIALIAS_FAST);
     cairo_fill(cairo);
+    if (isThicket) cairo_set_antialias(cairo, CAIRO_ANTIALIAS_DEFAULT);
   });
 }
 
