@@ -12,8 +12,8 @@
 namespace {
 
 constexpr float farthest = 16000;
-// Of as many edges none can be told from the others: sixteen samples of a pixel are enough, in a third of the time.
-constexpr size_t thicket = 500;
+// A thicket goes over its height that often.
+constexpr float thicketHeights = 50;
 
 bool isNumber(NSPoint p) {
   return !std::isnan(p.x) && !std::isnan(p.y);
@@ -130,15 +130,28 @@ void NSBezierPath::replay(cairo_t* cairo) const {
   }
 }
 
+bool NSBezierPath::isThicket() const {
+  if (static_cast<float>(elements_.size()) < thicketHeights) return false;
+  float height = 0;
+  float y = elements_.front().points[0].y;
+  for (const Element& e : elements_) {
+    if (e.kind == Kind::close) continue;
+    const float next = e.points[e.kind == Kind::curve ? 2 : 0].y;
+    height += std::abs(next - y);
+    y = next;
+  }
+  return height > thicketHeights * NSHeight(controlPointBounds());
+}
+
 void NSBezierPath::fill() const {
   NSGraphicsContext* context = NSGraphicsContext::currentContext();
   if (!context) return;
   context->draw(controlPointBounds(), [this](cairo_t* cairo) {
     replay(cairo);
-    const bool isThicket = elements_.size() > thicket;
-    if (isThicket) cairo_set_antialias(cairo, CAIRO_ANTIALIAS_FAST);
+    const bool isCoarse = isThicket();
+    if (isCoarse) cairo_set_antialias(cairo, CAIRO_ANTIALIAS_FAST);  // 16 samples of a pixel, not 255
     cairo_fill(cairo);
-    if (isThicket) cairo_set_antialias(cairo, CAIRO_ANTIALIAS_DEFAULT);
+    if (isCoarse) cairo_set_antialias(cairo, CAIRO_ANTIALIAS_DEFAULT);
   });
 }
 

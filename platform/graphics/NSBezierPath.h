@@ -40,7 +40,9 @@ class NSBezierPath {
   void setLineWidth(float width) { lineWidth_ = width; }
   float lineWidth() const { return lineWidth_; }
 
-  /// Non-zero winding, open subpaths closed, edges antialiased, in the current colour.
+  /// Non-zero winding, open subpaths closed, edges antialiased, in the current colour. Where the outline goes
+  /// up and down so often that no edge can be told from the next, they are antialiased coarsely, in a third
+  /// of the time.
   void fill() const;
   /// Centred on the path, butt caps, mitre joins (limit 10), in the current colour.
   void stroke() const;
@@ -62,6 +64,7 @@ class NSBezierPath {
 
   void append(Kind kind, NSPoint a, NSPoint b = {}, NSPoint c = {});
   void replay(cairo_t* cairo) const;
+  bool isThicket() const;
 
   std::vector<Element> elements_;
   float lineWidth_ = 1;

@@ -193,14 +193,15 @@ TEST(CurveOutline, LooksLikeTheFullCurve) {
     return bitmap;
   };
   std::minstd_rand random(1);
-  const std::function<float(float)> curves[] = {
-      [](float x) { return 80 + 70 * std::sin(x / 40); },
-      [](float x) { return 20 + 120 / (1 + (x - 300) * (x - 300)); },
-      [](float x) { return x < 250 ? 130.0f : 30.0f; },
-      [](float x) { return 80 + 60 * std::sin(x * x / 100); },
-      [&](float) { return static_cast<float>(random() % 160); },
+  // The last two are thickets, which have 16 samples in a pixel; three of them make 24 grey steps.
+  const std::pair<std::function<float(float)>, int> curves[] = {
+      {[](float x) { return 80 + 70 * std::sin(x / 40); }, 8},
+      {[](float x) { return 20 + 120 / (1 + (x - 300) * (x - 300)); }, 8},
+      {[](float x) { return x < 250 ? 130.0f : 30.0f; }, 8},
+      {[](float x) { return 80 + 60 * std::sin(x * x / 100); }, 24},
+      {[&](float) { return static_cast<float>(random() % 160); }, 24},
   };
-  for (const auto& curve : curves) {
+  for (const auto& [curve, allowed] : curves) {
     std::vector<NSPoint> points;
     for (int i = 1; i < 2048; ++i) {
       const float x = (std::log2(static_cast<float>(i)) - 2.2f) * 464 / 8.8f;
@@ -218,7 +219,7 @@ TEST(CurveOutline, LooksLikeTheFullCurve) {
           most = std::max(most, d);
           sum += d;
         }
-      EXPECT_LE(most, 8);
+      EXPECT_LE(most, allowed);
       EXPECT_LE(sum / (464 * 164 * scale * scale), 0.5);
     }
   }
