@@ -48,34 +48,32 @@ void SampleDelay::process(std::span<float* const> channels, UInt32 frames) {
       delay_ = wanted;
       fadeLeft_ = fadeFrames_;
     }
-    i += fadeLeft_ > 0 ? fadeOne(channels, i) : passRun(channels, i, frames - i);
+    i += passRun(channels, i, frames - i);
   }
-}
-
-UInt32 SampleDelay::fadeOne(std::span<float* const> channels, UInt32 frame) {
-  const float old = static_cast<float>(fadeLeft_) / static_cast<float>(fadeFrames_);
-  for (size_t c = 0; c < channels.size(); ++c) {
-    std::vector<float>& line = lines_[c];
-    float& sample = channels[c][frame];
-    line[position_] = sample;
-    const float heard = line[(position_ - delay_) & lineMask];
-    sample = heard + old * (line[(position_ - oldDelay_) & lineMask] - heard);
-  }
-  position_ = (position_ + 1) & lineMask;
-  --fadeLeft_;
-  return 1;
 }
 
 UInt32 SampleDelay::passRun(std::span<float* const> channels, UInt32 start, UInt32 frames) {
   const UInt32 heard = (position_ - delay_) & lineMask;
-  const UInt32 run = std::min({frames, lineLength - position_, lineLength - heard, longestRun});
+  const UInt32 old = (position_ - oldDelay_) & lineMask;
+  UInt32 run = std::min({frames, lineLength - position_, lineLength - heard, longestRun});
+  if (fadeLeft_ > 0) run = std::min({run, lineLength - old, fadeLeft_});
   for (size_t c = 0; c < channels.size(); ++c) {
     float* const line = lines_[c].data();
-    std::copy_n(channels[c] + start, run, line + position_);
-    std::copy_n(line + heard, run, channels[c] + start);
+    float* const samples = channels[c] + start;
+    std::copy_n(samples, run, line + position_);
+    std::copy_n(line + heard, run, samples);
+    if (fadeLeft_ > 0) addOld(line + old, samples, run);
   }
   position_ = (position_ + run) & lineMask;
+  if (fadeLeft_ > 0) fadeLeft_ -= run;
   return run;
+}
+
+void SampleDelay::addOld(const float* old, float* samples, UInt32 frames) const {
+  const float step = 1 / static_cast<float>(fadeFrames_);
+  const float first = static_cast<float>(fadeLeft_) * step;
+  for (UInt32 i = 0; i < frames; ++i)
+    samples[i] += (first - static_cast<float>(i) * step) * (old[i] - samples[i]);
 }
 
 Float64 SampleDelay::tailTime() const {

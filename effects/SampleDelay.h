@@ -17,9 +17,9 @@ class SampleDelay : public AUEffectBase {
   Float64 tailTime() const override;
 
   UInt32 wantedDelay() const;
-  // Both answer how many frames they have done.
-  UInt32 fadeOne(std::span<float* const> channels, UInt32 frame);
+  // As far as no tap reaches the end of a line, nor a fade its own; how many frames that were.
   UInt32 passRun(std::span<float* const> channels, UInt32 start, UInt32 frames);
+  void addOld(const float* old, float* samples, UInt32 frames) const;
 
   std::vector<float> lines_[kAudioMaximumChannels];
   UInt32 position_ = 0;  // next frame to write
