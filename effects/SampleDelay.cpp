@@ -5,8 +5,9 @@
 
 namespace {
 
+constexpr UInt32 longestDelay = 44100;  // frames
 constexpr AUParameterRow parameters[] = {
-    {0, "in-to-out delay", kAudioUnitParameterUnit_SampleFrames, 0, 44100, 0},
+    {0, "in-to-out delay", kAudioUnitParameterUnit_SampleFrames, 0, longestDelay, 0},
 };
 constexpr AUPresetRow presets[] = {
     {"No Delay"},
@@ -17,7 +18,8 @@ constexpr AUPresetRow presets[] = {
 
 constexpr UInt32 lineLength = 1u << 16;  // a power of two above the longest delay
 constexpr UInt32 lineMask = lineLength - 1;
-constexpr UInt32 longestRun = lineLength - 44100;  // what is written never reaches what is still to be heard
+// Of frames written at once, which never reach what is still to be heard.
+constexpr UInt32 longestRun = lineLength - longestDelay;
 constexpr double fadeSeconds = 0.005;
 
 }  // namespace

@@ -41,8 +41,8 @@ class NSBezierPath {
   float lineWidth() const { return lineWidth_; }
 
   /// Non-zero winding, open subpaths closed, edges antialiased, in the current colour. Where the outline goes
-  /// up and down so often that no edge can be told from the next, they are antialiased coarsely, in a third
-  /// of the time.
+  /// up and down so often that no edge can be told from the next, they are antialiased coarsely, which
+  /// takes less time.
   void fill() const;
   /// Centred on the path, butt caps, mitre joins (limit 10), in the current colour.
   void stroke() const;
