@@ -81,8 +81,8 @@ class Listeners : public testing::Test {
 
 TEST_F(Listeners, HearTheFirstChangeAtOnceAndAStreamOncePerInterval) {
   const AUEventListenerRef listener = create();
-  add(listener, a, parameterEvent(0));
-  set(0, 0.1f);
+  add(listener, a, parameterEvent(gainParameter));
+  set(gainParameter, 0.1f);
   EXPECT_EQ(log, Log{});                   // never inside the call
   EXPECT_LE(loop.nextDue(), clock.now());  // a host that sleeps until then must not oversleep
   loop.runTurn();
@@ -91,13 +91,13 @@ TEST_F(Listeners, HearTheFirstChangeAtOnceAndAStreamOncePerInterval) {
   // A change every hundredth of a second: at 0.05 the latest so far, at 0.1 again, and the last one.
   std::map<int, Log> atHundredth;
   for (int hundredth = 1; hundredth <= 20; ++hundredth) {
-    if (hundredth <= 12) set(0, static_cast<float>(hundredth) / 10);
+    if (hundredth <= 12) set(gainParameter, static_cast<float>(hundredth) / 10);
     clock.advance(loop, 0.01);
     if (Log now = heard(); !now.empty()) atHundredth[hundredth] = now;
   }
   EXPECT_EQ(atHundredth, (std::map<int, Log>{{5, {"a 0=5"}}, {10, {"a 0=10"}}, {15, {"a 0=12"}}}));
 
-  set(0, 0);
+  set(gainParameter, 0);
   loop.runTurn();
   EXPECT_EQ(heard(), Log{"a 0=0"});
   EXPECT_EQ(loop.nextDue(), RunLoopObserver::never);
@@ -105,36 +105,36 @@ TEST_F(Listeners, HearTheFirstChangeAtOnceAndAStreamOncePerInterval) {
 
 TEST_F(Listeners, KeepTheOrderOfFirstChanges) {
   const AUEventListenerRef listener = create();
-  add(listener, a, parameterEvent(0));
-  add(listener, b, parameterEvent(0));
-  add(listener, a, parameterEvent(5));
+  add(listener, a, parameterEvent(gainParameter));
+  add(listener, b, parameterEvent(gainParameter));
+  add(listener, a, parameterEvent(freqParameter));
   add(listener, a, propertyEvent(36));
-  set(5, 100);
+  set(freqParameter, 100);
   setGlobal(unit, 36, AUPreset{1, nullptr});
-  set(0, 0.3f);
-  set(5, 200);
-  EXPECT_EQ(heardIn(1), (Log{"a 5=2000", "a P36", "a 0=3", "b 0=3"}));
+  set(gainParameter, 0.3f);
+  set(freqParameter, 200);
+  EXPECT_EQ(heardIn(1), (Log{"a 1=2000", "a P36", "a 0=3", "b 0=3"}));
 }
 
 TEST_F(Listeners, LeaveOutOnlyTheSendingPair) {
   const AUEventListenerRef one = create();
   const AUEventListenerRef two = create();
-  add(one, a, parameterEvent(0));
-  add(one, b, parameterEvent(0));
-  add(two, a, parameterEvent(0));
-  set(0, 1, one, &a);
+  add(one, a, parameterEvent(gainParameter));
+  add(one, b, parameterEvent(gainParameter));
+  add(two, a, parameterEvent(gainParameter));
+  set(gainParameter, 1, one, &a);
   EXPECT_EQ(heardIn(1), (Log{"b 0=10", "a 0=10"}));
-  set(0, 1, nullptr, &a);
+  set(gainParameter, 1, nullptr, &a);
   EXPECT_EQ(heardIn(1), (Log{"a 0=10", "b 0=10", "a 0=10"}));
 }
 
 TEST_F(Listeners, WaitForTheirMode) {
   const AUEventListenerRef listener = create();
-  add(listener, a, parameterEvent(0));
-  add(listener, b, parameterEvent(0));
+  add(listener, a, parameterEvent(gainParameter));
+  add(listener, b, parameterEvent(gainParameter));
   loop.setCurrentMode(NSEventTrackingRunLoopMode);
-  set(0, 0.5f);
-  set(0, 0.6f);
+  set(gainParameter, 0.5f);
+  set(gainParameter, 0.6f);
   EXPECT_EQ(heardIn(1), Log{});
   loop.setCurrentMode(NSDefaultRunLoopMode);
   // A menu that the first one opens holds back the second.
@@ -146,12 +146,12 @@ TEST_F(Listeners, WaitForTheirMode) {
 
 TEST_F(Listeners, AnExceptionStopsNobodyElse) {
   const AUEventListenerRef listener = create();
-  add(listener, a, parameterEvent(0));
-  add(listener, b, parameterEvent(0));
+  add(listener, a, parameterEvent(gainParameter));
+  add(listener, b, parameterEvent(gainParameter));
   a.then = [] { throw std::runtime_error("broken"); };
   Log lines;
   const auto before = NSSetLogSink([&](std::string_view line) { lines.emplace_back(line); });
-  set(0, 1);
+  set(gainParameter, 1);
   EXPECT_EQ(heardIn(1), (Log{"a 0=10", "b 0=10"}));
   NSSetLogSink(before);
   ASSERT_EQ(lines.size(), 1u);
@@ -166,13 +166,13 @@ TEST_F(Listeners, WhatADispatchTakesAwayHearsNothingMore) {
   } rows[] = {
       {"the other object",
        [&](auto one, auto) {
-         const auto event = parameterEvent(0);
+         const auto event = parameterEvent(gainParameter);
          AUEventListenerRemoveEventType(one, &b, &event);
        },
        {"a 0=10", "c 0=10"}},
       {"itself",
        [&](auto one, auto) {
-         const auto event = parameterEvent(0);
+         const auto event = parameterEvent(gainParameter);
          AUEventListenerRemoveEventType(one, &a, &event);
        },
        {"a 0=10", "b 0=10", "c 0=10"}},
@@ -186,14 +186,14 @@ TEST_F(Listeners, WhatADispatchTakesAwayHearsNothingMore) {
     const AUEventListenerRef one = create();
     const AUEventListenerRef two = create();
     Hearer c{"c"};
-    add(one, a, parameterEvent(0));
-    add(one, b, parameterEvent(0));
-    add(two, c, parameterEvent(0));
+    add(one, a, parameterEvent(gainParameter));
+    add(one, b, parameterEvent(gainParameter));
+    add(two, c, parameterEvent(gainParameter));
     bool acted = false;
     a.then = [&] {
       if (!std::exchange(acted, true)) row.act(one, two);
     };
-    set(0, 1);
+    set(gainParameter, 1);
     EXPECT_EQ(heardIn(1), row.expected);
     while (!listeners.empty()) dispose(listeners.back());
   }
@@ -203,13 +203,13 @@ TEST_F(Listeners, NothingOfAClosedInstanceReachesOneAtTheSameAddress) {
   const AUEventListenerRef listener = create();
   for (int attempt = 0; attempt < 20; ++attempt) {
     const AudioUnit address = unit.get();
-    add(listener, a, parameterEvent(0));
-    set(0, 1);
+    add(listener, a, parameterEvent(gainParameter));
+    set(gainParameter, 1);
     unit = nullptr;
     unit = openTestEffect();
-    add(listener, b, parameterEvent(0));
+    add(listener, b, parameterEvent(gainParameter));
     EXPECT_EQ(heardIn(1), Log{});
-    set(0, 1);
+    set(gainParameter, 1);
     EXPECT_EQ(heardIn(1), Log{"b 0=10"});
     if (unit.get() == address) return;  // the case that matters has been tried
   }
@@ -217,13 +217,13 @@ TEST_F(Listeners, NothingOfAClosedInstanceReachesOneAtTheSameAddress) {
 
 TEST_F(Listeners, AnOverflowLosesNothing) {
   const AUEventListenerRef listener = create();
-  add(listener, a, parameterEvent(0));
-  add(listener, b, parameterEvent(5));
-  for (int change = 0; change < 20000; ++change) set(0, 1);
-  set(5, 100);  // does not fit any more
-  EXPECT_EQ(heardIn(1), (Log{"a 0=10", "b 5=1000"}));
-  set(5, 200);
-  EXPECT_EQ(heardIn(1), Log{"b 5=2000"});
+  add(listener, a, parameterEvent(gainParameter));
+  add(listener, b, parameterEvent(freqParameter));
+  for (int change = 0; change < 20000; ++change) set(gainParameter, 1);
+  set(freqParameter, 100);  // does not fit any more
+  EXPECT_EQ(heardIn(1), (Log{"a 0=10", "b 1=1000"}));
+  set(freqParameter, 200);
+  EXPECT_EQ(heardIn(1), Log{"b 1=2000"});
 }
 
 TEST_F(Listeners, HearOfAPropertyOnlyWhenItChanged) {
@@ -252,7 +252,7 @@ TEST_F(Listeners, HearOfAPropertyOnlyWhenItChanged) {
          setGlobal(unit, 36, AUPreset{1, nullptr});
        },
        {}},
-      {[&] { AudioUnitSetParameter(unit.get(), 0, 0, 0, -1, 0); }, {}},
+      {[&] { AudioUnitSetParameter(unit.get(), gainParameter, 0, 0, 3, 0); }, {}},
       {[&] {
          setGlobal(unit, 28, AUPreset{1, nullptr});
        },

@@ -73,14 +73,14 @@ TEST(EventThreads, ChangesFromOtherThreadsArriveOnTheLoopsThreadUpToTheLast) {
   };
   ASSERT_EQ(AUEventListenerCreate(dispatch, &heard, &loop, NSDefaultRunLoopMode, 0.002, 0.002, &listener),
             noErr);
-  for (const UInt32 id : {0u, 5u, 7u}) {
+  for (const AudioUnitParameterID id : {gainParameter, freqParameter, textParameter}) {
     const auto event = AudioUnitEvent::parameterChange({unit.get(), id, 0, 0});
     AUEventListenerAddEventType(listener, &heard, &event);
   }
 
   std::atomic<int> running{3};
   std::vector<std::thread> threads;
-  for (const UInt32 id : {0u, 5u, 7u})
+  for (const AudioUnitParameterID id : {gainParameter, freqParameter, textParameter})
     threads.emplace_back([&, id] {
       const AudioUnitParameter parameter{unit.get(), id, 0, 0};
       for (int i = 0; i < 20000; ++i)
@@ -104,5 +104,7 @@ TEST(EventThreads, ChangesFromOtherThreadsArriveOnTheLoopsThreadUpToTheLast) {
   loop.run(NSDate::timeIntervalSinceReferenceDate() + 0.05);  // an interval after the last change has passed
   AUListenerDispose(listener);
   EXPECT_EQ(heard.strays, 0);
-  EXPECT_EQ(heard.last, (std::map<UInt32, float>{{0, 2}, {5, 30}, {7, 30}}));  // the first one's limit is 2
+  EXPECT_EQ(heard.last,
+            (std::map<UInt32, float>{
+                {gainParameter, 10}, {freqParameter, 30}, {textParameter, 30}}));  // the gain's limit is 10
 }

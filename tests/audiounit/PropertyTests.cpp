@@ -29,12 +29,6 @@ std::string presetName(const Unit& unit, AudioUnitPropertyID id = kAudioUnitProp
   return take(getProperty<AUPreset>(unit, id).presetName);
 }
 
-float parameter(const Unit& unit, AudioUnitParameterID id) {
-  Float32 value = std::numeric_limits<float>::quiet_NaN();
-  EXPECT_EQ(AudioUnitGetParameter(unit.get(), id, 0, 0, &value), noErr);
-  return value;
-}
-
 }  // namespace
 
 TEST(Properties, AnswerWithTheStatusThatFits) {
@@ -51,9 +45,9 @@ TEST(Properties, AnswerWithTheStatusThatFits) {
               {8, 2, 0, noErr},
               {8, 3, 0, kAudioUnitErr_InvalidScope},
               {8, 35, 0, kAudioUnitErr_InvalidScope},
-              {4, 0, 1000, noErr},
-              {4, 0, 2, kAudioUnitErr_InvalidParameter},
-              {16, 0, 0, kAudioUnitErr_InvalidProperty},
+              {4, 0, meterParameter, noErr},
+              {4, 0, absentParameter, kAudioUnitErr_InvalidParameter},
+              {16, 0, gainParameter, kAudioUnitErr_InvalidProperty},
               {21, 0, 0, kAudioUnitErr_InvalidProperty},
               {23, 1, 0, noErr}};
   for (const auto& row : rows)
@@ -107,16 +101,17 @@ TEST(Parameters, AreClampedAndRefuseWhatIsNoValue) {
   const auto set = [&](AudioUnitParameterID id, float value) {
     return AudioUnitSetParameter(unit.get(), id, 0, 0, value, 0);
   };
-  EXPECT_EQ(set(0, 5), noErr);
-  EXPECT_EQ(parameter(unit, 0), 2);
-  EXPECT_EQ(set(0, -std::numeric_limits<float>::infinity()), noErr);
-  EXPECT_EQ(parameter(unit, 0), -2);
-  EXPECT_EQ(set(0, std::nanf("")), kAudioUnitErr_InvalidPropertyValue);
-  EXPECT_EQ(parameter(unit, 0), -2);
-  EXPECT_EQ(set(1000, 1), kAudioUnitErr_PropertyNotWritable);
-  EXPECT_EQ(set(2, 1), kAudioUnitErr_InvalidParameter);
+  EXPECT_EQ(set(givenParameter, 13), noErr);
+  EXPECT_EQ(valueOf(unit, givenParameter), 12);
+  EXPECT_EQ(set(givenParameter, -std::numeric_limits<float>::infinity()), noErr);
+  EXPECT_EQ(valueOf(unit, givenParameter), -12);
+  EXPECT_EQ(set(givenParameter, std::nanf("")), kAudioUnitErr_InvalidPropertyValue);
+  EXPECT_EQ(valueOf(unit, givenParameter), -12);
+  EXPECT_EQ(set(meterParameter, 1), kAudioUnitErr_PropertyNotWritable);
+  EXPECT_EQ(set(absentParameter, 1), kAudioUnitErr_InvalidParameter);
   Float32 untouched = 7;
-  EXPECT_EQ(AudioUnitGetParameter(unit.get(), 1001, 0, 0, &untouched), kAudioUnitErr_InvalidParameter);
+  EXPECT_EQ(AudioUnitGetParameter(unit.get(), absentParameter, 0, 0, &untouched),
+            kAudioUnitErr_InvalidParameter);
   EXPECT_EQ(AudioUnitGetParameter(unit.get(), 0, 1, 0, &untouched), kAudioUnitErr_InvalidScope);
   EXPECT_EQ(AudioUnitGetParameter(unit.get(), 0, 0, 1, &untouched), kAudioUnitErr_InvalidElement);
   EXPECT_EQ(untouched, 7);
@@ -124,23 +119,23 @@ TEST(Parameters, AreClampedAndRefuseWhatIsNoValue) {
 
 TEST(Presets, SetEveryParameterAndKeepTheirName) {
   const Unit unit = openTestEffect();
-  EXPECT_EQ(take(getProperty<CFArrayRef>(unit, 24)), (std::vector<std::string>{"Plain", "Half", "Over"}));
+  EXPECT_EQ(take(getProperty<CFArrayRef>(unit, 24)), (std::vector<std::string>{"Plain", "Loud", "Over"}));
   EXPECT_EQ(presetName(unit), "Untitled");
 
-  AudioUnitSetParameter(unit.get(), 7, 0, 0, -3, 0);
+  AudioUnitSetParameter(unit.get(), givenParameter, 0, 0, -3, 0);
   EXPECT_EQ(setGlobal(unit, 28, AUPreset{1, nullptr}), noErr);
-  EXPECT_EQ(parameter(unit, 0), 0.5f);
-  EXPECT_EQ(parameter(unit, 5), 440);
-  EXPECT_EQ(parameter(unit, 7), 0);  // not named by the preset: back at its default
-  EXPECT_EQ(presetName(unit), "Half");
+  EXPECT_EQ(valueOf(unit, gainParameter), 9);
+  EXPECT_EQ(valueOf(unit, freqParameter), 440);
+  EXPECT_EQ(valueOf(unit, givenParameter), 0);  // not named by the preset: back at its default
+  EXPECT_EQ(presetName(unit), "Loud");
   EXPECT_EQ(setGlobal(unit, 36, AUPreset{2, nullptr}), noErr);
-  EXPECT_EQ(parameter(unit, 0), 2);  // what a preset asks beyond the range is limited
+  EXPECT_EQ(valueOf(unit, gainParameter), 10);  // what a preset asks beyond the range is limited
   EXPECT_EQ(presetName(unit, 28), "Over");
   EXPECT_EQ(setGlobal(unit, 36, AUPreset{3, nullptr}), kAudioUnitErr_InvalidPropertyValue);
 
   const CFStringRef mine = CFStringCreateWithCString("Mine", kCFStringEncodingUTF8);
   EXPECT_EQ(setGlobal(unit, 36, AUPreset{-1, mine}), noErr);
   CFRelease(mine);
-  EXPECT_EQ(parameter(unit, 0), 2);  // a user's setting is only a name
+  EXPECT_EQ(valueOf(unit, gainParameter), 10);  // a user's setting is only a name
   EXPECT_EQ(presetName(unit), "Mine");
 }

@@ -69,9 +69,9 @@ TEST_F(Rendering, RefusesWhatItCannotDo) {
 TEST_F(Rendering, WritesToTheCallersMemoryOrLendsItsOwn) {
   ASSERT_EQ(AudioUnitInitialize(unit.get()), noErr);
   ASSERT_EQ(render(16, nullptr, right.data()), noErr);
-  EXPECT_EQ(static_cast<float*>(list.mBuffers[0].mData)[15], 1);
+  EXPECT_EQ(static_cast<float*>(list.mBuffers[0].mData)[15], 2);
   EXPECT_EQ(list.mBuffers[0].mDataByteSize, 64u);
-  EXPECT_EQ(right[15], 2);
+  EXPECT_EQ(right[15], 4);
   EXPECT_EQ(right[16], -7);
 }
 
@@ -104,8 +104,8 @@ TEST_F(Rendering, AChangeIsSmoothedAndAResetSnaps) {
   ASSERT_EQ(AudioUnitInitialize(unit.get()), noErr);
   AudioUnitSetParameter(unit.get(), 0, 0, 0, 0, 0);
   ASSERT_EQ(render(16, left.data(), right.data()), noErr);
-  EXPECT_GT(left[15], 0.9f);
-  EXPECT_LT(left[15], 1.0f);
+  EXPECT_GT(left[15], 1.9f);
+  EXPECT_LT(left[15], 2.0f);
   ASSERT_EQ(AudioUnitReset(unit.get(), 0, 0), noErr);
   ASSERT_EQ(render(16, left.data(), right.data()), noErr);
   EXPECT_EQ(left[0], 0);

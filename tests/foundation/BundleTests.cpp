@@ -1,13 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <string>
-
 #include "Class.h"
-#include "NSBundle.h"
-
-namespace fs = std::filesystem;
+#include "ScratchBundle.h"
 
 namespace {
 
@@ -22,25 +16,14 @@ class Thing : public NSObject {
 
 class Bundle : public testing::Test {
  protected:
-  Bundle() : folder(fs::path(testing::TempDir()) / (name() + ".bundle")) {
-    fs::remove_all(folder);
-    fs::create_directories(folder / "Contents" / "Resources");
-  }
-  ~Bundle() override { fs::remove_all(folder); }
-
-  static std::string name() { return testing::UnitTest::GetInstance()->current_test_info()->name(); }
-  void write(const std::string& file, const std::string& text) {
-    std::ofstream(folder / "Contents" / file) << text;
-  }
   std::shared_ptr<NSBundle> open() {
     error = "left from before";
-    return NSBundle::bundleWithPath(folder.string(), error);
+    return scratch.open(error);
   }
 
-  fs::path folder;
+  ScratchBundle scratch;
   std::string error;
-  const std::string info =
-      R"(<bundle identifier="org.example.thing" version="1.2" principalClass="Thing" module="Thing.so"/>)";
+  const std::string info = ScratchBundle::info("Thing");
 };
 
 }  // namespace
@@ -52,33 +35,26 @@ TEST_F(Bundle, SaysWhatIsWrongWithItsInfo) {
     EXPECT_NE(error.find(part), std::string::npos) << error;
   };
   says("not found");
-  write("Info.xml", "<bundle identifier=");
+  scratch.write("Info.xml", "<bundle identifier=");
   says("attribute");
-  write("Info.xml", "<bungle/>");
-  says("identifier");
   for (const std::string key : {"identifier", "version", "principalClass", "module"}) {
     std::string without = info;
     without.replace(without.find(key), key.size(), "forgotten");
-    write("Info.xml", without);
+    scratch.write("Info.xml", without);
     says("\"" + key + "\"");
   }
 }
 
-TEST_F(Bundle, FindsItsPartsAndIsOneObjectPerFolder) {
-  write("Info.xml", info);
-  write("Resources/face.png", "");
-  const auto bundle = open();
+TEST_F(Bundle, IsOneObjectPerFolderAndKnowsItsPartsAndClassesAsLongAsItLives) {
+  scratch.write("Info.xml", info);
+  scratch.write("Resources/face.png", "");
+  auto bundle = open();
   ASSERT_NE(bundle, nullptr);
   EXPECT_EQ(open(), bundle);
   EXPECT_EQ(bundle->version(), "1.2");
-  EXPECT_EQ(bundle->pathForImageResource("face"), (folder / "Contents/Resources/face.png").string());
+  EXPECT_EQ(bundle->pathForImageResource("face"), scratch.file("Resources/face.png"));
   EXPECT_EQ(bundle->pathForImageResource("hand"), "");
-}
 
-TEST_F(Bundle, KnowsTheClassesOfItsModuleAsLongAsItLives) {
-  write("Info.xml", info);
-  auto bundle = open();
-  ASSERT_NE(bundle, nullptr);
   EXPECT_EQ(NSBundle::bundleForClass(Thing::record()), nullptr);
   bundle->loadLinked([](std::vector<const Class*>& classes) { classes.push_back(&Thing::record()); });
   EXPECT_EQ(bundle->principalClass(), &Thing::record());
