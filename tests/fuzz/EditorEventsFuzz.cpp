@@ -9,7 +9,6 @@
 #include <functional>
 
 #include "AUEffectBase.h"
-#include "AUEventListener.h"
 #include "AudioUnitProperties.h"
 #include "FuzzBytes.h"
 #include "FuzzStage.h"
@@ -22,9 +21,16 @@ namespace {
 constexpr size_t longest = 150;  // operations
 constexpr float largestSide = 900;
 
-class Script {
+double hostTempo = 120;
+
+OSStatus tellTempo(void*, Float64*, Float64* tempo) {
+  *tempo = hostTempo;
+  return noErr;
+}
+
+class Operations {
  public:
-  Script(const uint8_t* data, size_t size) : input_(data, size), stage_(input_.byte()) {}
+  Operations(const uint8_t* data, size_t size) : input_(data, size), stage_(input_.byte()) {}
 
   void run() {
     for (size_t i = 0; i < longest && !input_.isEmpty(); ++i) {
@@ -34,16 +40,14 @@ class Script {
     stage_.display.release();
     must(!stage_.window->isInGesture(), "a gesture has ended with its release");
     must(!stage_.display.isPointerHidden(), "the pointer is shown when no button is held");
-    client().displayChangedVisibility(true);
-    client().displayChangedKeyboard(false);  // changes wait for the end of an open menu
+    stage_.client().displayChangedVisibility(true);
+    stage_.client().displayChangedKeyboard(false);  // changes wait for the end of an open menu
     stage_.advance(0.3);
     checkKnobs();
     checkPicture();
   }
 
  private:
-  DisplayClient& client() const { return stage_.display.windows().front()->client(); }
-
   unsigned modifiers() {
     const unsigned bits = input_.byte();
     return (bits & 1 ? NSShiftKeyMask : 0) | (bits & 2 ? NSAlternateKeyMask : 0) |
@@ -52,12 +56,11 @@ class Script {
   /// In the middle of some view, or anywhere, a little beyond the edges too.
   NSPoint place() {
     const unsigned view = input_.byte();
-    const auto views = stage_.all<NSView>();
-    if (view < views.size()) return FuzzStage::middle(*views[view]);
+    const auto views = all<NSView>(*stage_.editor);
+    if (view < views.size()) return FuzzStage::middleOf(*views[view]);
     const NSSize size = stage_.window->frame().size;
     return {input_.fraction() * (size.width + 20) - 10, input_.fraction() * (size.height + 20) - 10};
   }
-  NSPoint placeOnScreen() { return stage_.window->convertBaseToScreen(place()); }
   NSSize size() {
     const auto side = [this] { return std::floor(1 + input_.fraction() * largestSide); };
     const float width = side();
@@ -70,19 +73,15 @@ class Script {
     if (part == 255) return input_.any<float>();
     return p.minValue + (p.maxValue - p.minValue) * static_cast<float>(part) / 254;
   }
-  template <class T>
-  void setProperty(AudioUnitPropertyID id, const T& value) {
-    AudioUnitSetProperty(stage_.effect.get(), id, kAudioUnitScope_Global, 0, &value, sizeof value);
-  }
   void moveWindow(NSRect frame) {
     stage_.display.windows().front()->setFrame(frame);
-    client().displayChangedFrame(frame);
+    stage_.client().displayChangedFrame(frame);
   }
 
   void step() {
     FuzzStage& s = stage_;
     const NSRect frame = s.window->frame();
-    switch (input_.below(20)) {
+    switch (input_.below(21)) {
       case 0:
         s.display.release();
         s.press(place(), modifiers(), 1 + static_cast<int>(input_.below(3)));
@@ -94,7 +93,7 @@ class Script {
         s.display.release();
         break;
       case 3:
-        s.display.wheel(placeOnScreen(), distance() / 10, distance() / 10);
+        s.display.wheel(s.onScreen(place()), distance() / 10, distance() / 10);
         break;
       case 4:
         s.display.key(static_cast<NSKey>(input_.below(12)), modifiers());
@@ -107,21 +106,20 @@ class Script {
         break;
       case 7: {
         const EffectParameter& p = parameter();
-        const AudioUnitParameter address{s.effect.get(), p.id, kAudioUnitScope_Global, 0};
-        AUParameterSet(nullptr, nullptr, &address, valueFor(p), 0);
+        s.set(p.id, valueFor(p));
         break;
       }
       case 8: {
         const EffectParameter& p = parameter();
-        if (!p.isWritable()) s.effect->setMeter(p.id, distance() * 20);
+        if (!p.isWritable()) s.unit->setMeter(p.id, distance() * 20);
         break;
       }
       case 9:
-        setProperty(kAudioUnitProperty_PresentPreset,
-                    AUPreset{static_cast<SInt32>(input_.below(6)), nullptr});
+        s.setProperty(kAudioUnitProperty_PresentPreset,
+                      AUPreset{static_cast<SInt32>(input_.below(6)), nullptr});
         break;
       case 10:
-        setProperty(kAudioUnitProperty_RenderQuality, UInt32{input_.byte()});
+        s.setProperty(kAudioUnitProperty_RenderQuality, UInt32{input_.byte()});
         break;
       case 11:
         moveWindow({frame.origin, size()});
@@ -130,16 +128,16 @@ class Script {
         moveWindow({{input_.fraction() * 1800 - 100, input_.fraction() * 1400 - 100}, frame.size});
         break;
       case 13:
-        client().displayChangedVisibility(input_.below(2));
+        stage_.client().displayChangedVisibility(input_.below(2));
         break;
       case 14:
-        client().displayLostPointer();
+        stage_.client().displayLostPointer();
         break;
       case 15:
-        client().displayChangedKeyboard(input_.below(2));
+        stage_.client().displayChangedKeyboard(input_.below(2));
         break;
       case 16:
-        client().displayExposed({place(), {distance(), distance()}});
+        stage_.client().displayExposed({place(), {distance(), distance()}});
         break;
       case 17:
         s.editor->setHidden(input_.below(2));
@@ -148,14 +146,17 @@ class Script {
         s.window->setContentSize(size());
         break;
       case 19:
-        s.close();
-        s.open();
+        s.reopen();
+        break;
+      case 20:
+        hostTempo = input_.any<double>();
+        s.setProperty(kAudioUnitProperty_HostCallbacks, HostCallbackInfo{.beatAndTempoProc = &tellTempo});
         break;
     }
   }
 
   void checkKnobs() const {
-    for (const jxAUParamKnobView* view : stage_.all<jxAUParamKnobView>()) {
+    for (const jxAUParamKnobView* view : all<jxAUParamKnobView>(*stage_.editor)) {
       const auto& knob = dynamic_cast<const jxValueKnob&>(*view->subviews().front());
       const jxAUParam& param = *view->auParam();
       const float range = param.maxValue() - param.minValue();
@@ -166,27 +167,22 @@ class Script {
 
   /// Where a clip cuts the edge of a stroke it comes out a little different.
   void checkPicture() const {
-    for (QCView* moving : stage_.all<QCView>()) moving->setHidden(true);  // shows the present a little later
+    for (QCView* moving : all<QCView>(*stage_.editor))
+      moving->setHidden(true);  // shows the present a little later
     const std::vector<uint8_t> inParts = picture();
     stage_.window->contentView()->setNeedsDisplay(true);
     const std::vector<uint8_t> whole = picture();
     const auto differs = [](uint8_t a, uint8_t b) { return std::abs(a - b) > 8; };
     const auto at = std::mismatch(whole.begin(), whole.end(), inParts.begin(), std::not_fn(differs)).first;
-    const auto pixel = static_cast<int>((at - whole.begin()) / 4);
-    const int width = stage_.window->snapshot()->physicalWidth();
-    must(at == whole.end(), "what was drawn in parts is what is drawn whole, at " +
-                                std::to_string(pixel % width) + ", " + std::to_string(pixel / width) +
-                                " from the top left");
+    must(at == whole.end(), "what was drawn in parts is what is drawn whole, at pixel " +
+                                std::to_string((at - whole.begin()) / 4) + " of " +
+                                std::to_string(stage_.window->snapshot()->physicalWidth()) + " in a row");
   }
-
   std::vector<uint8_t> picture() const {
     const Bitmap& bitmap = *stage_.window->snapshot();
     std::vector<uint8_t> bytes;
-    for (int y = 0; y < bitmap.physicalHeight(); ++y) {
-      const auto row = std::as_bytes(bitmap.row(y));
-      const auto* first = reinterpret_cast<const uint8_t*>(row.data());
-      bytes.insert(bytes.end(), first, first + row.size());
-    }
+    for (int y = 0; y < bitmap.physicalHeight(); ++y)
+      for (const std::byte b : std::as_bytes(bitmap.row(y))) bytes.push_back(static_cast<uint8_t>(b));
     return bytes;
   }
 
@@ -197,6 +193,6 @@ class Script {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  Script(data, size).run();
+  Operations(data, size).run();
   return 0;
 }

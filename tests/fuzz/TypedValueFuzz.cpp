@@ -27,18 +27,12 @@ void type(FuzzStage& stage, const std::string& text) {
     end = static_cast<size_t>(std::find_if(text.begin() + static_cast<ptrdiff_t>(i), text.end(), isControl) -
                               text.begin());
     if (!isControl(text[i]))
-      stage.display.type(text.substr(i, end - i));
+      stage.type(text.substr(i, end - i));
     else if (code < keys)
-      stage.display.key(static_cast<NSKey>(code));
+      stage.key(static_cast<NSKey>(code));
     else
-      stage.display.type(std::string(1, "acvx"[code % 4]), NSControlKeyMask);
+      stage.type(std::string(1, "acvx"[code % 4]), NSControlKeyMask);
   }
-}
-
-jxAUParamKnobView* knobViewOf(NSView* field) {
-  for (NSView* view = field; view; view = view->superview())
-    if (auto* knob = dynamic_cast<jxAUParamKnobView*>(view)) return knob;
-  return nullptr;
 }
 
 /// Fields show six characters, four of them digits at least.
@@ -55,30 +49,32 @@ void checkTaken(const jxAUParam& param, const std::string& typed, float before) 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   FuzzBytes input(data, size);
   FuzzStage stage(input.byte());
-  std::vector<NSTextField*> fields = stage.all<NSTextField>();
+  std::vector<NSTextField*> fields = all<NSTextField>(*stage.editor);
   std::erase_if(fields, [](const NSTextField* field) { return !field->acceptsTyping(); });
   NSTextField& field = *fields[input.below(fields.size())];
   const unsigned ending = input.below(5);
   const std::string text = input.rest();
-  const jxAUParamKnobView* knob = knobViewOf(&field);
+  const jxAUParamKnobView* knob = nullptr;
+  for (NSView* view = &field; view && !knob; view = view->superview())
+    knob = dynamic_cast<jxAUParamKnobView*>(view);
   const float before = knob ? knob->auParam()->floatValue() : 0;
 
-  stage.press(FuzzStage::middle(field));
-  stage.display.release();
+  stage.press(field);
+  stage.release();
   must(field.isEditing(), "a pressed field is edited");
   type(stage, text);
   stage.advance(0.1);
-  if (ending == 0) stage.display.key(NSKey::enter);
-  if (ending == 1) stage.display.key(NSKey::tab);
-  if (ending == 2) stage.press({1, 1});
-  if (ending == 3) stage.display.windows().front()->client().displayChangedKeyboard(false);
-  if (ending == 4) stage.display.key(NSKey::escape);
-  stage.display.release();
+  if (ending == 0) stage.key(NSKey::enter);
+  if (ending == 1) stage.key(NSKey::tab);
+  if (ending == 2) stage.press(NSPoint{1, 1});
+  if (ending == 3) stage.client().displayChangedKeyboard(false);
+  if (ending == 4) stage.key(NSKey::escape);
+  stage.release();
   stage.advance(0.1);
 
   stage.checkParameters();
-  must(!field.isEditing() || std::any_of(text.begin(), text.end(), isControl), "the typing has ended");
-  if (knob && std::none_of(text.begin(), text.end(), isControl))
-    checkTaken(*knob->auParam(), ending == 4 ? "" : text, before);
+  const bool hasKeys = std::any_of(text.begin(), text.end(), isControl);
+  must(!field.isEditing() || hasKeys, "the typing has ended");
+  if (knob && !hasKeys) checkTaken(*knob->auParam(), ending == 4 ? "" : text, before);
   return 0;
 }

@@ -1,0 +1,130 @@
+#include "Stage.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+
+#include "Class.h"
+#include "NSLog.h"
+#include "NSPopUpButton.h"
+#include "NSTextField.h"
+
+namespace {
+
+/// What `part` of a control means; null when it has none.
+NSView* partOf(NSView& control, const std::string& part) {
+  if (part == "knob") return find(control, "jxAURotaryKnob");
+  if (part == "menu") return find(control, "NSPopUpButton");
+  for (NSTextField* field : all<NSTextField>(control))
+    if (part == "field" && field->acceptsTyping()) return field;
+  return nullptr;
+}
+
+/// The edge of a stroke comes out a little different where a clip cuts it.
+bool differ(const Pixel& a, const Pixel& b) {
+  for (size_t i = 0; i < a.size(); ++i)
+    if (std::abs(a[i] - b[i]) > 8) return true;
+  return false;
+}
+
+}  // namespace
+
+Stage::Stage(float scale) : display(scale) {
+  forgetLog();
+}
+
+Stage::~Stage() {
+  NSSetLogSink(nullptr);
+}
+
+void Stage::advance(double seconds) {
+  clock.advance(NSRunLoop::currentRunLoop(), seconds);
+}
+
+void Stage::forgetLog() {
+  log.clear();
+  NSSetLogSink([this](std::string_view line) { log.emplace_back(line); });
+}
+
+void Stage::show(const std::shared_ptr<NSView>& view) {
+  window = std::make_shared<NSWindow>(NSRect{{100, 100}, view->frame().size}, NSTitledWindowMask,
+                                      NSBackingStoreBuffered, false);
+  window->setContentView(view);
+  window->setInitialFirstResponder(view.get());
+  window->makeKeyAndOrderFront();
+  advance(0.2);
+  takeDamage();
+}
+
+void Stage::showInside(NSSize size, const std::shared_ptr<NSView>& view) {
+  const auto ground = std::make_shared<NSView>(NSRect{{0, 0}, size});
+  const NSSize own = view->frame().size;
+  view->setFrame({{(size.width - own.width) / 2, (size.height - own.height) / 2}, own});
+  ground->addSubview(view);
+  show(ground);
+}
+
+NSView& Stage::viewNamed(std::string& name) const {
+  const auto cut = [&name](const char* before) {
+    const size_t end = std::min(name.find_first_of(before), name.size());
+    const std::string part = name.substr(0, end);
+    name.erase(0, end);
+    return part;
+  };
+  const std::string outlet = cut(".#@+");
+  NSView* view = window->contentView();
+  if (!outlet.empty()) view = &outletOf(*view, outlet);
+  if (name.starts_with('.')) view = partOf(*view, cut("#@+").substr(1));
+  if (!view) throw std::invalid_argument(outlet + " has no such part");
+  return *view;
+}
+
+NSPoint Stage::place(const std::string& name) {
+  std::string rest = name;
+  const NSPoint middle = middleOf(viewNamed(rest));
+  float dx = 0, dy = 0;
+  if (!rest.empty() && std::sscanf(rest.c_str(), "+%f,%f", &dx, &dy) != 2)
+    throw std::invalid_argument("place \"" + name + "\"");
+  return {middle.x + dx, middle.y + dy};
+}
+
+NSPoint Stage::middleOf(const NSView& view) {
+  const NSSize size = view.bounds().size;
+  return view.convertPoint_toView({size.width / 2, size.height / 2}, nullptr);
+}
+
+void Stage::press(NSPoint inWindow, unsigned modifiers, int clickCount) {
+  display.press(onScreen(inWindow), modifiers, clickCount);
+}
+
+unsigned Stage::colorAt(NSPoint inWindow) const {
+  const auto [r, g, b, a] = at(*window->snapshot(), inWindow.x, inWindow.y);
+  return static_cast<unsigned>(r) << 16 | static_cast<unsigned>(g) << 8 | b;
+}
+
+Bitmap drawn(NSView& view, float scale) {
+  return painted(view.bounds().size, scale, [&] { view.displayRect(view.bounds()); });
+}
+
+int differences(const Bitmap& a, const Bitmap& b, NSRect where) {
+  int count = 0;
+  const float step = 1 / a.scale();
+  for (float y = NSMinY(where) + step / 2; y < NSMaxY(where); y += step)
+    for (float x = NSMinX(where) + step / 2; x < NSMaxX(where); x += step)
+      count += differ(at(a, x, y), at(b, x, y));
+  return count;
+}
+
+NSView& outletOf(NSObject& owner, const std::string& name) {
+  const Class::Outlet* row = owner.isa().outletNamed(name);
+  auto* view = row ? dynamic_cast<NSView*>(row->connected(owner)) : nullptr;
+  if (!view) throw std::invalid_argument(owner.isa().name() + " has no outlet \"" + name + "\"");
+  return *view;
+}
+
+NSView* find(NSView& tree, const std::string& className) {
+  if (tree.isa().name() == className) return &tree;
+  for (const auto& child : tree.subviews())
+    if (NSView* found = find(*child, className)) return found;
+  return nullptr;
+}
