@@ -1,6 +1,4 @@
-#include "LogLines.h"
 #include "NSCursor.h"
-#include "NSException.h"
 #include "ViewBench.h"
 
 namespace {
@@ -109,14 +107,4 @@ TEST_F(Events, AViewMayGoInItsOwnCallbacks) {
   pressAt(15, 15);
   EXPECT_EQ(taken(), (Lines{"down c 15 15", "up c 15 15"}));
   EXPECT_TRUE(display.windows().empty());
-}
-
-TEST_F(Events, AnExceptionInACallbackIsLoggedAndTheGestureGoesOn) {
-  const auto view = add("a", NSMakeRect(10, 10, 20, 20));
-  view->onDown = [] { throw NSException("Broken", "a broken promise"); };
-  LogLines lines;
-  pressAt(15, 15);
-  display.release();
-  EXPECT_EQ(lines.count("a broken promise"), 1);
-  EXPECT_EQ(taken(), (Lines{"down a 15 15", "up a 15 15"}));
 }

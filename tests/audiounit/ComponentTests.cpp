@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
 
-#include "NSLog.h"
 #include "TestEffect.h"
 
 namespace {
@@ -12,13 +10,8 @@ std::unique_ptr<AUEffectBase> makeEffect() {
   return std::make_unique<TestEffect>();
 }
 
-ComponentDescription described(const char (&subtype)[5], const char (&maker)[5], UInt32 flags = 0) {
+ComponentDescription described(const char (&subtype)[5], const char (&maker)[5], UInt32 flags) {
   return {FourCharCode("tst1"), FourCharCode(subtype), FourCharCode(maker), flags, 0};
-}
-
-/// Out of the way of those that are looked for.
-ComponentDescription other(const char (&subtype)[5]) {
-  return {FourCharCode("tst2"), FourCharCode(subtype), FourCharCode("Else")};
 }
 
 std::string nameOf(Component component) {
@@ -59,15 +52,11 @@ TEST(Components, AreFoundByPatternInOrderOfRegistration) {
 }
 
 TEST(Components, HandOutTheirNameAsLengthAndMacRoman) {
-  const auto named = [](const char(&subtype)[5], const std::string& name) {
-    return nameOf(RegisterComponent(other(subtype), name, 1, makeEffect));
-  };
-  EXPECT_EQ(named("nam1", "Größe"),
-            "Gr\x9A\xA7"
-            "e");
-  EXPECT_EQ(named("nam2", "a→b"), "a?b");
-  EXPECT_EQ(named("nam3", std::string(300, 'x')), std::string(255, 'x'));
-  EXPECT_EQ(named("nam4", ""), "");
+  OSType subtype = 0;
+  const std::pair<std::string, std::string> names[] = {
+      {"Größe", "Gr\x9A\xA7\x65"}, {"a→b", "a?b"}, {std::string(300, 'x'), std::string(255, 'x')}, {"", ""}};
+  for (const auto& [utf8, macRoman] : names)
+    EXPECT_EQ(nameOf(RegisterComponent({FourCharCode("tst2"), ++subtype, 1}, utf8, 1, makeEffect)), macRoman);
 }
 
 TEST(Components, AnInstanceAnswersLikeItsComponentAndNullDoesNot) {

@@ -4,8 +4,6 @@
 #include <vector>
 
 #include "Class.h"
-#include "NSException.h"
-#include "NSLog.h"
 #include "NSRunLoop.h"
 #include "NSTimer.h"
 
@@ -29,11 +27,11 @@ class Ticker : public NSObject {
 
 class Timers : public testing::Test {
  protected:
-  std::shared_ptr<NSTimer> timer(NSTimeInterval interval, bool repeats,
-                                 NSRunLoopMode mode = NSDefaultRunLoopMode) {
+  /// One that repeats every 0.1 seconds.
+  std::shared_ptr<NSTimer> timer() {
     const auto made =
-        std::make_shared<NSTimer>(interval, ticker.get(), NSSelectorFromString("tick:"), nullptr, repeats);
-    loop.addTimer_forMode(made, mode);
+        std::make_shared<NSTimer>(0.1, ticker.get(), NSSelectorFromString("tick:"), nullptr, true);
+    loop.addTimer_forMode(made, NSDefaultRunLoopMode);
     return made;
   }
   size_t ticks() const { return ticker->times.size(); }
@@ -43,23 +41,11 @@ class Timers : public testing::Test {
   std::shared_ptr<Ticker> ticker = std::make_shared<Ticker>();
 };
 
-/// A clock that a test puts where it wants.
-class SetClock : public Clock {
- public:
-  explicit SetClock(NSTimeInterval start) : time(start), previous_(NSDate::setClock(this)) {}
-  ~SetClock() override { NSDate::setClock(previous_); }
-  NSTimeInterval now() const override { return time; }
-  NSTimeInterval time;
-
- private:
-  Clock* previous_;
-};
-
 }  // namespace
 
 TEST_F(Timers, KeepTheirGridAndDropMissedTicks) {
   const NSTimeInterval start = clock.now();
-  timer(0.1, true);
+  timer();
   clock.advance(loop, 0.25);
   ASSERT_EQ(ticks(), 2u);
   EXPECT_NEAR(ticker->times[1] - start, 0.2, 1e-9);
@@ -75,20 +61,8 @@ TEST_F(Timers, KeepTheirGridAndDropMissedTicks) {
   EXPECT_NEAR(ticker->times[3] - start, 0.8, 1e-9);
 }
 
-TEST_F(Timers, OneTimerInThreeModesTicksOnceInWhicheverIsOn) {
-  const auto t = timer(0.1, true);
-  loop.addTimer_forMode(t, NSEventTrackingRunLoopMode);
-  loop.addTimer_forMode(t, NSModalPanelRunLoopMode);
-  for (const auto mode : {NSDefaultRunLoopMode, NSEventTrackingRunLoopMode, NSModalPanelRunLoopMode}) {
-    const size_t before = ticks();
-    loop.setCurrentMode(mode);
-    clock.advance(loop, 0.1);
-    EXPECT_EQ(ticks(), before + 1);
-  }
-}
-
 TEST_F(Timers, OfAnotherModeAreHeldBack) {
-  timer(0.1, true);
+  timer();
   loop.setCurrentMode(NSEventTrackingRunLoopMode);
   clock.advance(loop, 1);
   EXPECT_EQ(ticks(), 0u);
@@ -98,7 +72,7 @@ TEST_F(Timers, OfAnotherModeAreHeldBack) {
 }
 
 TEST_F(Timers, EndInsideTheirOwnTickAndFreeTheirTarget) {
-  const auto t = timer(0.1, true);
+  const auto t = timer();
   std::weak_ptr<Ticker> watched = ticker;
   ticker->onTick = [](NSTimer& self) {
     self.invalidate();
@@ -109,18 +83,4 @@ TEST_F(Timers, EndInsideTheirOwnTickAndFreeTheirTarget) {
   EXPECT_EQ(loop.timerCount(), 0u);
   ticker = nullptr;
   EXPECT_TRUE(watched.expired());
-}
-
-TEST_F(Timers, AnExceptionInATickIsLoggedAndTheOthersTick) {
-  size_t lines = 0;
-  const auto before = NSSetLogSink([&](std::string_view) { ++lines; });
-  ticker->onTick = [&](NSTimer&) {
-    if (ticks() == 1) throw NSException("name", "reason");
-  };
-  timer(0.1, false);
-  timer(0.1, false);
-  clock.advance(loop, 0.1);
-  NSSetLogSink(before);
-  EXPECT_EQ(ticks(), 2u);
-  EXPECT_EQ(lines, 1u);
 }
