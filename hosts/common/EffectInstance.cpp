@@ -2,6 +2,20 @@
 
 #include "MacRoman.h"
 
+std::vector<Component> registeredEffects() {
+  constexpr ComponentDescription any{.componentType = FourCharCode("aufx")};
+  std::vector<Component> effects;
+  for (Component c = FindNextComponent(nullptr, &any); c; c = FindNextComponent(c, &any))
+    effects.push_back(c);
+  return effects;
+}
+
+Component registeredEffect(const std::string& code) {
+  for (Component effect : registeredEffects())
+    if (effectCode(effect) == code) return effect;
+  return nullptr;
+}
+
 EffectInstance openEffect(Component component) {
   ComponentInstance instance = nullptr;
   OpenAComponent(component, &instance);

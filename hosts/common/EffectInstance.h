@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "AudioUnit.h"
 
@@ -10,6 +11,10 @@ struct CloseEffect {
   void operator()(AudioUnit unit) const { CloseComponent(unit); }
 };
 using EffectInstance = std::unique_ptr<AUEffectBase, CloseEffect>;
+
+/// All registered effects, and the one with that four-letter code, as "sdly"; null when there is none.
+std::vector<Component> registeredEffects();
+Component registeredEffect(const std::string& code);
 
 /// Null when it cannot be opened.
 EffectInstance openEffect(Component component);

@@ -21,8 +21,7 @@ ExitStatus run() {
   const auto bundle = EditorBundle::load(error);
   if (!bundle) return report(exitFailed, error);
   std::vector<std::vector<std::string>> rows;
-  const ComponentDescription effects{.componentType = FourCharCode("aufx")};
-  for (Component c = FindNextComponent(nullptr, &effects); c; c = FindNextComponent(c, &effects)) {
+  for (Component c : registeredEffects()) {
     const EffectInstance effect = openEffect(c);
     if (!effect) return report(exitFailed, effectCode(c) + ": the effect cannot be opened");
     const auto editor = bundle->editorFor(effect.get());

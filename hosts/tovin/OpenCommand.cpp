@@ -60,7 +60,7 @@ ExitStatus run(const Options& options) {
   if (!bundle) return report(exitFailed, error);
   const auto display = X11Display::create(error, options.scale);
   if (!display) return report(exitFailed, error);
-  const auto runner = EffectRunner::make(effect.get(), sampleRate, 2, maximumFrames, error);
+  const auto runner = EffectRunner::make(effect.get(), {sampleRate, 2, 2, maximumFrames}, error);
   if (!runner) return report(exitFailed, options.effect + ": " + error);
 
   HostTempo tempo(effect.get(), options.tempo);

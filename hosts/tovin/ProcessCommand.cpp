@@ -51,7 +51,7 @@ struct Block {
 /// went wrong.
 std::string convert(SndfileHandle& in, SndfileHandle& out, EffectRunner& runner, const Options& options) {
   ProgressBar progress;
-  Block block(runner.channels());
+  Block block(runner.format().outputs);
   sf_count_t skip = runner.latencyFrames();
   sf_count_t got = 0;
   sf_count_t written = 0;
@@ -95,8 +95,9 @@ ExitStatus run(const Options& options) {
   if (in.channels() > static_cast<int>(kAudioMaximumChannels))
     return report(exitFailed,
                   options.in + ": it has " + std::to_string(in.channels()) + " channels; expected 1 or 2");
-  const auto runner = EffectRunner::make(effect.get(), in.samplerate(), static_cast<UInt32>(in.channels()),
-                                         blockFrames, error);
+  const auto channels = static_cast<UInt32>(in.channels());
+  const RenderFormat format{static_cast<Float64>(in.samplerate()), channels, channels, blockFrames};
+  const auto runner = EffectRunner::make(effect.get(), format, error);
   if (!runner) return report(exitFailed, options.in + ": " + error);
 
   {

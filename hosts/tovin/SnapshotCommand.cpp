@@ -63,7 +63,7 @@ Outcome drawEditor(const EditorBundle& bundle, Component component, const Option
   if (!applySetOption(effect.get(), options.settings, error)) return {exitWrongArguments, error};
   auto source = SignalSource::named(options.input, sampleRate, error);
   if (!source) return {exitWrongArguments, error};
-  const auto runner = EffectRunner::make(effect.get(), sampleRate, 2, blockFrames, error);
+  const auto runner = EffectRunner::make(effect.get(), {sampleRate, 2, 2, blockFrames}, error);
   if (!runner) return {exitFailed, code + ": " + error};
   const auto editor = bundle.editorFor(effect.get());
   if (!editor) return {exitFailed, code + ": there is no editor for this effect"};
@@ -87,8 +87,7 @@ Outcome drawAll(const EditorBundle& bundle, const Options& options) {
   std::filesystem::create_directories(options.output);
   ContactSheet sheet(options.scale);
   std::set<std::string> onSheet;
-  const ComponentDescription effects{.componentType = FourCharCode("aufx")};
-  for (Component c = FindNextComponent(nullptr, &effects); c; c = FindNextComponent(c, &effects)) {
+  for (Component c : registeredEffects()) {
     const EffectInstance probe = openEffect(c);
     const auto editor = bundle.editorFor(probe.get());
     if (!editor) continue;

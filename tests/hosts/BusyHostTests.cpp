@@ -76,7 +76,7 @@ TEST(BusyHost, PlaysFollowsAndIsTurnedAtOnce) {
   for (Component c = FindNextComponent(nullptr, &all); c; c = FindNextComponent(c, &all)) {
     SCOPED_TRACE(effectCode(c));
     const EffectInstance effect = openEffect(c);
-    const auto runner = EffectRunner::make(effect.get(), sampleRate, 2, 512, error);
+    const auto runner = EffectRunner::make(effect.get(), {sampleRate}, error);
     auto source = SignalSource::named("noise", sampleRate, error);
     ASSERT_TRUE(runner && source) << error;
     const auto editor = bundle->editorFor(effect.get());

@@ -36,7 +36,7 @@ float* const* channels(std::vector<float> (&memory)[2], UInt32 frames) {
 TEST(RealTimePlayer, PlaysAtTheSignalsPaceAndStopsAtOnceAsOftenAsAsked) {
   const EffectInstance effect = openSampleDelay();
   std::string error;
-  const auto runner = EffectRunner::make(effect.get(), 44100, 2, 512, error);
+  const auto runner = EffectRunner::make(effect.get(), {}, error);
   ASSERT_NE(runner, nullptr) << error;
   auto source = SignalSource::named("noise", 44100, error);
   testing::internal::CaptureStderr();

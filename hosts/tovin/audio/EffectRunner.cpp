@@ -16,17 +16,14 @@ bool set(AudioUnit unit, AudioUnitPropertyID id, AudioUnitScope scope, const T& 
 
 }  // namespace
 
-std::unique_ptr<EffectRunner> EffectRunner::make(AudioUnit unit, Float64 sampleRate, UInt32 channels,
-                                                 UInt32 maximumFrames, std::string& error) {
-  auto runner = std::make_unique<EffectRunner>(Passkey(), unit, sampleRate, channels, maximumFrames);
+std::unique_ptr<EffectRunner> EffectRunner::make(AudioUnit unit, const RenderFormat& format,
+                                                 std::string& error) {
+  auto runner = std::make_unique<EffectRunner>(Passkey(), unit, format);
   if (runner->prepare()) return runner;
-  error = "the effect does not work with " + std::to_string(channels) + " channels at " +
-          foundation::fixedText(sampleRate, 0) + " Hz";
+  error = "the effect does not work with " + std::to_string(format.inputs) + " channels at " +
+          foundation::fixedText(format.sampleRate, 0) + " Hz";
   return nullptr;
 }
-
-EffectRunner::EffectRunner(Passkey, AudioUnit unit, Float64 sampleRate, UInt32 channels, UInt32 maximumFrames)
-    : unit_(unit), sampleRate_(sampleRate), channels_(channels), maximumFrames_(maximumFrames) {}
 
 EffectRunner::~EffectRunner() {
   AudioUnitUninitialize(unit_);
@@ -34,11 +31,21 @@ EffectRunner::~EffectRunner() {
 }
 
 bool EffectRunner::prepare() {
-  const AudioStreamBasicDescription format{
-      sampleRate_, kAudioFormatLinearPCM, kAudioFormatFlagsNativeFloatPacked, 4, 1, 4, channels_, 32, 0};
-  return set(unit_, kAudioUnitProperty_StreamFormat, kAudioUnitScope_Input, format) &&
-         set(unit_, kAudioUnitProperty_StreamFormat, kAudioUnitScope_Output, format) &&
-         set(unit_, kAudioUnitProperty_MaximumFramesPerSlice, kAudioUnitScope_Global, maximumFrames_) &&
+  const AudioStreamBasicDescription input{format_.sampleRate,
+                                          kAudioFormatLinearPCM,
+                                          kAudioFormatFlagsNativeFloatPacked,
+                                          4,
+                                          1,
+                                          4,
+                                          format_.inputs,
+                                          32,
+                                          0};
+  AudioStreamBasicDescription output = input;
+  output.mChannelsPerFrame = format_.outputs;
+  return set(unit_, kAudioUnitProperty_StreamFormat, kAudioUnitScope_Input, input) &&
+         set(unit_, kAudioUnitProperty_StreamFormat, kAudioUnitScope_Output, output) &&
+         set(unit_, kAudioUnitProperty_MaximumFramesPerSlice, kAudioUnitScope_Global,
+             format_.maximumFrames) &&
          set(unit_, kAudioUnitProperty_SetRenderCallback, kAudioUnitScope_Input,
              AURenderCallbackStruct{&supplyInput, this}) &&
          AudioUnitInitialize(unit_) == noErr;
@@ -48,7 +55,7 @@ UInt32 EffectRunner::latencyFrames() const {
   Float64 seconds = 0;
   UInt32 size = sizeof seconds;
   AudioUnitGetProperty(unit_, kAudioUnitProperty_Latency, kAudioUnitScope_Global, 0, &seconds, &size);
-  return static_cast<UInt32>(std::lround(seconds * sampleRate_));
+  return static_cast<UInt32>(std::lround(seconds * format_.sampleRate));
 }
 
 OSStatus EffectRunner::supplyInput(void* self, UInt32*, const AudioTimeStamp*, UInt32, UInt32,
@@ -61,8 +68,9 @@ OSStatus EffectRunner::supplyInput(void* self, UInt32*, const AudioTimeStamp*, U
 
 OSStatus EffectRunner::render(const float* const* input, float* const* output, UInt32 frames) {
   AudioBufferList list;
-  list.mNumberBuffers = channels_;
-  for (UInt32 c = 0; c < channels_; ++c) list.mBuffers[c] = {1, frames * UInt32{sizeof(float)}, output[c]};
+  list.mNumberBuffers = format_.outputs;
+  for (UInt32 c = 0; c < format_.outputs; ++c)
+    list.mBuffers[c] = {1, frames * UInt32{sizeof(float)}, output[c]};
   const AudioTimeStamp time{sampleTime_, 0, kAudioTimeStampSampleTimeValid};
   UInt32 flags = 0;
   input_ = input;
@@ -73,10 +81,10 @@ OSStatus EffectRunner::render(const float* const* input, float* const* output, U
 
 OSStatus EffectRunner::pull(SignalSource& source, float* const* output, UInt32 frames) {
   for (UInt32 done = 0; done < frames;) {
-    const UInt32 run = std::min(frames - done, maximumFrames_);
+    const UInt32 run = std::min(frames - done, format_.maximumFrames);
     float* part[kAudioMaximumChannels];
-    for (UInt32 c = 0; c < channels_; ++c) part[c] = output[c] + done;
-    source.read(part, channels_, run);
+    for (UInt32 c = 0; c < format_.outputs; ++c) part[c] = output[c] + done;
+    source.read(part, format_.outputs, run);
     if (const OSStatus status = render(part, part, run)) return status;
     done += run;
   }

@@ -54,13 +54,13 @@ bool RealTimePlayer::startDevice() {
     if (device->getDeviceCount() == 0) return false;
     RtAudio::StreamParameters output;
     output.deviceId = device->getDefaultOutputDevice();
-    output.nChannels = runner_.channels();
+    output.nChannels = runner_.format().outputs;
     const std::string name = device->getDeviceInfo(output.deviceId).name;
     RtAudio::StreamOptions options;
     options.flags = RTAUDIO_NONINTERLEAVED;
     options.streamName = "tovin";
     unsigned frames = blockFrames;
-    device->openStream(&output, nullptr, RTAUDIO_FLOAT32, static_cast<unsigned>(runner_.sampleRate()),
+    device->openStream(&output, nullptr, RTAUDIO_FLOAT32, static_cast<unsigned>(runner_.format().sampleRate),
                        &frames, &deviceCallback, this, &options, &ignoreError);
     if (!device->isStreamOpen()) return false;
     device->startStream();
@@ -78,7 +78,7 @@ void RealTimePlayer::startClock() {
   clock_ = std::jthread([this](std::stop_token stop) {
     using Clock = std::chrono::steady_clock;
     const auto blockTime = std::chrono::duration_cast<Clock::duration>(
-        std::chrono::duration<double>(blockFrames / runner_.sampleRate()));
+        std::chrono::duration<double>(blockFrames / runner_.format().sampleRate));
     std::vector<float> memory(blockFrames * kAudioMaximumChannels);
     float* const channels[kAudioMaximumChannels] = {memory.data(), memory.data() + blockFrames};
     std::mutex mutex;
@@ -96,7 +96,7 @@ void RealTimePlayer::startClock() {
 
 void RealTimePlayer::fill(float* const* output, unsigned frames) {
   if (runner_.pull(source_, output, frames) == noErr) return;
-  for (UInt32 c = 0; c < runner_.channels(); ++c) std::fill_n(output[c], frames, 0.0f);
+  for (UInt32 c = 0; c < runner_.format().outputs; ++c) std::fill_n(output[c], frames, 0.0f);
 }
 
 int RealTimePlayer::deviceCallback(void* output, void*, unsigned frames, double, unsigned, void* self) {
