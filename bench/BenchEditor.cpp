@@ -48,7 +48,8 @@ const NSView* firstOf(const NSView& inside, const std::string& className) {
 
 }  // namespace
 
-BenchEditor::BenchEditor(const std::string& code, float scale) : stage_(scale), effect_(code) {
+BenchEditor::BenchEditor(const std::string& code, float scale)
+    : stage_(scale), effect_(code, {sampleRate, 2, 2, mostFrames}) {
   open();
 }
 
@@ -74,13 +75,11 @@ void BenchEditor::automate(AudioUnitParameterID id, Float32 value) {
 }
 
 void BenchEditor::hear(double seconds) {
-  if (!initialized_) effect_.initialize(sampleRate, 2, 2, mostFrames);
-  initialized_ = true;
   for (auto left = static_cast<size_t>(std::lround(seconds * sampleRate)); left > 0;) {
     const size_t from = heard_ % noiseFrames;
     const size_t frames = std::min({left, noiseFrames - from, size_t{mostFrames}});
     const float* const input[] = {noise().data() + from, noise().data() + from};
-    effect_.render(input, static_cast<UInt32>(frames));
+    effect_.renderBlock(input, static_cast<UInt32>(frames));
     heard_ += frames;
     left -= frames;
   }

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
-#include "BenchEffect.h"
 #include "BenchStage.h"
+#include "EffectBench.h"
 
 /// An editor on a live effect in a shown window of an offscreen display, under a virtual clock.
 class BenchEditor {
@@ -16,7 +16,7 @@ class BenchEditor {
   BenchEditor& operator=(const BenchEditor&) = delete;
 
   BenchStage& stage() { return stage_; }
-  BenchEffect& effect() { return effect_; }
+  EffectBench& effect() { return effect_; }
   NSView& view() const { return *window_->contentView(); }
 
   /// What a host does to show it, up to the first picture; and to be rid of it, if it is open.
@@ -31,8 +31,7 @@ class BenchEditor {
 
  private:
   BenchStage stage_;
-  BenchEffect effect_;
+  EffectBench effect_;
   std::shared_ptr<NSWindow> window_;
-  bool initialized_ = false;
   size_t heard_ = 0;  // frames
 };

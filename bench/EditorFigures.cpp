@@ -107,7 +107,8 @@ Activity tick(BenchEditor& editor, const EditorKind& kind) {
 }
 
 Activity drag(BenchEditor& editor, const EditorKind&) {
-  for (const EffectParameter& p : editor.effect().parameters()) editor.automate(p.id, partOf(p, atWork));
+  for (const EffectParameter& p : editor.effect().writableParameters())
+    editor.automate(p.id, partOf(p, atWork));
   editor.stage().advance(2 * turn);
   editor.stage().display().press(editor.middleOf("jxAURotaryKnob"));
   return {.steps = shortCycle,
@@ -132,7 +133,7 @@ Activity parameterToPicture(BenchEditor& editor, const EditorKind& kind) {
 }
 
 void compareMeasurement(benchmark::State& state, const EditorKind& kind) {
-  BenchEffect effect(kind.code);
+  EffectBench effect(kind.code);
   effect.setAll(atWork);
   MeasurementFloor floor(kind.code, *kind.measurement, effect);
   ImpulseAUwrapper renderer(effect.unit(), kind.measurement->sampleRate, kind.measurement->order,

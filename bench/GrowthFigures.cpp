@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "AUEventListener.h"
-#include "BenchEffect.h"
 #include "BenchStage.h"
+#include "EffectBench.h"
 #include "Figures.h"
 #include "WorkTime.h"
 #include "jxAUCompAmountView.h"
@@ -41,19 +41,19 @@ struct Listener : NSObject {
 
 struct Bindings {
   explicit Bindings(int number) : listener(std::make_shared<Listener>()) {
-    for (int i = 0; i < number; ++i) effects.push_back(std::make_unique<BenchEffect>("sdly"));
+    for (int i = 0; i < number; ++i) effects.push_back(openEffect(registeredEffect("sdly")));
   }
   void bind() {
     for (const auto& effect : effects)
-      bound.push_back(std::make_shared<jxAUParam>(AudioUnitParameter{effect->unit(), 0}, listener.get(),
+      bound.push_back(std::make_shared<jxAUParam>(AudioUnitParameter{effect.get(), 0}, listener.get(),
                                                   NSSelectorFromString("valueChanged:")));
   }
-  void change(const BenchEffect& effect) {
-    const AudioUnitParameter parameter{effect.unit(), 0};
+  void change(AudioUnit effect) {
+    const AudioUnitParameter parameter{effect, 0};
     AUParameterSet(nullptr, nullptr, &parameter, value = value < 1000 ? value + 1 : 0, 0);
   }
   std::shared_ptr<Listener> listener;
-  std::vector<std::unique_ptr<BenchEffect>> effects;
+  std::vector<EffectInstance> effects;
   std::vector<std::shared_ptr<jxAUParam>> bound;
   float value = 0;
 };
@@ -73,7 +73,7 @@ TimedWork changes(BenchStage& stage, int number, bool ofAll) {
   return [all, ofAll, &stage] {
     return secondsOf([&] {
       for (const auto& effect : all->effects)
-        if (ofAll || effect == all->effects.back()) all->change(*effect);
+        if (ofAll || effect == all->effects.back()) all->change(effect.get());
       stage.advance(turn);
     });
   };
@@ -116,7 +116,7 @@ TimedWork handles(BenchStage& stage, int number) {
 
 TimedWork meterSamples(BenchStage& stage, int number) {
   const auto meter = std::make_shared<jxAUCompAmountView>(NSMakeRect(0, 0, 316, 124));
-  const auto effect = std::make_shared<BenchEffect>("lmtr");
+  const auto effect = std::make_shared<EffectBench>("lmtr");
   meter->awakeFromNib();
   // Any parameter that moves will do.
   meter->startWatchingAUparam_numSamples({effect->unit(), 2}, number);

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "BenchEffect.h"
+#include "EffectBench.h"
 
 /// How an editor measures its effect.
 struct MeasurementKind {
@@ -20,7 +20,7 @@ struct MeasurementKind {
 class MeasurementFloor {
  public:
   /// Of an effect that is set like that one.
-  MeasurementFloor(const std::string& code, const MeasurementKind& kind, BenchEffect& like);
+  MeasurementFloor(const std::string& code, const MeasurementKind& kind, EffectBench& like);
   ~MeasurementFloor();
   MeasurementFloor(const MeasurementFloor&) = delete;
   MeasurementFloor& operator=(const MeasurementFloor&) = delete;
@@ -30,7 +30,7 @@ class MeasurementFloor {
  private:
   const MeasurementKind kind_;
   const UInt32 frames_;
-  BenchEffect effect_;
+  EffectBench effect_;
   std::vector<float> samples_, levels_;
   std::vector<kiss_fft_cpx> bins_;
   kiss_fftr_cfg transform_;

@@ -1,6 +1,7 @@
 #include <limits>
 
-#include "BenchEffect.h"
+#include "Automation.h"
+#include "EffectBench.h"
 #include "Figures.h"
 #include "WorkTime.h"
 
@@ -34,17 +35,16 @@ bool isAutomated(const std::string& code, const EffectParameter& parameter) {
 
 /// The same each time: noise and silence, in which tails fade away, while every parameter is automated.
 std::vector<double> pass(const std::string& code, const Signal& signal) {
-  BenchEffect effect(code);
-  effect.initialize(sampleRate, 2, 2, frames);
+  EffectBench effect(code, {sampleRate, 2, 2, frames});
+  const auto parameters = effect.writableParameters();
   std::vector<double> seconds;
   for (int block = 0; block < blocks; ++block) {
-    const auto& parameters = effect.parameters();
     for (size_t i = 0; block % blocksPerStep == 0 && i < parameters.size(); ++i)
       if (isAutomated(code, parameters[i]))
         effect.set(parameters[i].id, automated(parameters[i], i, block / blocksPerStep));
     const size_t from = static_cast<size_t>(block) % (soundBlocks + silentBlocks) * frames;
     const float* const input[] = {signal.channels[0].data() + from, signal.channels[1].data() + from};
-    seconds.push_back(secondsOf([&] { effect.render(input, frames); }));
+    seconds.push_back(secondsOf([&] { effect.renderBlock(input, frames); }));
   }
   return seconds;
 }
@@ -68,9 +68,7 @@ void worstBlock(benchmark::State& state, const std::string& code) {
 }  // namespace
 
 void addWorstBlocks(RatioTable& table) {
-  const ComponentDescription effects{.componentType = FourCharCode("aufx")};
-  for (Component c = FindNextComponent(nullptr, &effects); c; c = FindNextComponent(c, &effects)) {
-    const std::string code = effectCode(c);
+  for (const std::string& code : effectCodes()) {
     const char* note = code == "tmpt" ? "but for its smoothness" : "";
     table.add(
         {{code, "worst block / median", 0, 5, note}},

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <limits>
 
+#include "Automation.h"
 #include "BenchEditor.h"
 #include "CairoTape.h"
 #include "EditorKind.h"
@@ -19,7 +20,7 @@ constexpr int redraws = 20;
 /// show.
 std::vector<double> minuteOfTurns(BenchEditor& editor, const EditorKind& kind) {
   BenchStage& stage = editor.stage();
-  const auto& parameters = editor.effect().parameters();
+  const auto parameters = editor.effect().writableParameters();
   std::vector<double> turns;
   for (int step = 0; step < steps; ++step) {
     if (kind.moves == EditorKind::hasMeters) editor.hear(interval);

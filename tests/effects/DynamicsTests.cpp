@@ -21,12 +21,6 @@ double level(const std::vector<float>& samples) {
   return 10 * std::log10(4 * sum / static_cast<double>(samples.size()));
 }
 
-Float32 parameter(const EffectBench& bench, AudioUnitParameterID id) {
-  Float32 value = -1;
-  EXPECT_EQ(AudioUnitGetParameter(bench.unit(), id, kAudioUnitScope_Global, 0, &value), noErr);
-  return value;
-}
-
 /// The corners of the curve as a graph would join them.
 double curve(double in, double top, double t, double h, double e = -200, double ratio = 1) {
   e = std::min(e, t);
@@ -37,8 +31,8 @@ double curve(double in, double top, double t, double h, double e = -200, double 
 
 /// No band compresses, and these crossovers.
 void splitOnly(EffectBench& bench, std::array<double, 3> crossovers) {
-  for (UInt32 b = 0; b < 4; ++b) setAll(bench, {{5 + b, 0}, {9 + b, 40}});
-  for (UInt32 i = 0; i < 3; ++i) setAll(bench, {{2 + i, crossovers[i]}});
+  for (UInt32 b = 0; b < 4; ++b) bench.set({{5 + b, 0}, {9 + b, 40}});
+  for (UInt32 i = 0; i < 3; ++i) bench.set({{2 + i, crossovers[i]}});
 }
 
 /// Crossovers between which a tone of 1 kHz is in one band alone.
@@ -57,14 +51,13 @@ TEST(DynamicsProcessor, FollowsItsCurveAndShowsTheAmount) {
        {Setting{-20, 5, 2, -60, 0}, Setting{-40, 0.1, 4, -45, 0}, Setting{-30, 40, 1.5, -10, 6},
         Setting{0, 40, 1, 0, -12}, Setting{-10, 12, 3, -30, 20}}) {
     EffectBench bench("dcmp");
-    setAll(bench, {{0, s.threshold}, {1, s.headroom}, {2, s.ratio}, {3, s.expansionThreshold}, {6, s.gain}});
+    bench.set({{0, s.threshold}, {1, s.headroom}, {2, s.ratio}, {3, s.expansionThreshold}, {6, s.gain}});
     for (double in = -60; in <= 0; in += 5) {
       bench.reset();
       const double wanted = curve(in, 30, s.threshold, s.headroom, s.expansionThreshold, s.ratio);
       EXPECT_NEAR(level(bench.render(sine(1000, in, 88200), 512)[1]), wanted + s.gain, 0.1)
           << s.threshold << " " << in;
-      EXPECT_NEAR(parameter(bench, 1000), in > s.threshold ? in - wanted : 0, 0.1)
-          << s.threshold << " " << in;
+      EXPECT_NEAR(bench.value(1000), in > s.threshold ? in - wanted : 0, 0.1) << s.threshold << " " << in;
     }
   }
 }
@@ -72,17 +65,16 @@ TEST(DynamicsProcessor, FollowsItsCurveAndShowsTheAmount) {
 TEST(MultibandCompressor, FollowsItsCurveInEachBandAndShowsTheAmount) {
   for (UInt32 band = 0; band < 4; ++band) {
     EffectBench bench("mcmp");
-    const double t = parameter(bench, 5 + band);
-    const double h = parameter(bench, 9 + band);
+    const double t = bench.value(5 + band);
+    const double h = bench.value(9 + band);
     splitOnly(bench, aloneIn[band]);
-    setAll(bench, {{5 + band, t}, {9 + band, h}});
+    bench.set({{5 + band, t}, {9 + band, h}});
     for (double in = -60; in <= 0; in += 5) {
       bench.reset();
       const double wanted = curve(in, 10, t, h);
       EXPECT_NEAR(level(bench.render(sine(1000, in, 88200), 512)[0]), wanted, 0.1) << band << " " << in;
       for (UInt32 b = 0; b < 4; ++b)
-        EXPECT_NEAR(parameter(bench, 1000 * (b + 1)), b == band ? in - wanted : 0, 0.1)
-            << band << b << " " << in;
+        EXPECT_NEAR(bench.value(1000 * (b + 1)), b == band ? in - wanted : 0, 0.1) << band << b << " " << in;
     }
   }
 }
@@ -101,7 +93,7 @@ TEST(Compressors, MeasureTonesOfEveryPitchAndRate) {
 TEST(Compressors, ReachAttackAndReleaseInTheirTimes) {
   for (const double rate : rates) {
     EffectBench bench("dcmp", {.sampleRate = rate, .inputs = 1, .outputs = 1});
-    setAll(bench, {{4, 0.02}, {5, 0.1}});
+    bench.set({{4, 0.02}, {5, 0.1}});
     const auto frames = static_cast<size_t>(rate);
     Samples input(1, std::vector<float>(2 * frames, 0.01f));  // -40, 0 and again -40 dBFS
     std::fill_n(input[0].begin() + static_cast<std::ptrdiff_t>(frames / 2), frames / 2, 1.0f);
@@ -120,7 +112,7 @@ TEST(Compressors, ReachAttackAndReleaseInTheirTimes) {
 
 TEST(DynamicsProcessor, OpensInTheAttackAndClosesInTheRelease) {
   EffectBench bench("dcmp", {.inputs = 1, .outputs = 1});
-  setAll(bench, {{0, 20}, {2, 2}, {3, -20}, {4, 0.01}, {5, 0.1}});
+  bench.set({{0, 20}, {2, 2}, {3, -20}, {4, 0.01}, {5, 0.1}});
   Samples input(1, std::vector<float>(88200, 0.01f));  // -40, -20 and again -40 dBFS
   std::fill_n(input[0].begin() + 44100, 22050, 0.1f);
   const auto output = bench.render(input, 512)[0];
@@ -187,8 +179,8 @@ TEST(MultibandCompressor, SplitsWhereItSaysAndRaisesOneBand) {
 TEST(MultibandCompressor, TakesCrossoversOutOfOrderAsEqual) {
   EffectBench crossed("mcmp");
   EffectBench equal("mcmp");
-  setAll(crossed, {{2, 500}, {3, 100}, {4, 300}});
-  setAll(equal, {{2, 500}, {3, 500}, {4, 500}});
+  crossed.set({{2, 500}, {3, 100}, {4, 300}});
+  equal.set({{2, 500}, {3, 500}, {4, 500}});
   const auto input = noise(2, 10000, 0.5f);
   crossed.reset();
   equal.reset();

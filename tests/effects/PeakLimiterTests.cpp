@@ -24,7 +24,7 @@ TEST(PeakLimiter, DelaysByItsLatencyAndLeavesQuietSoundAlone) {
     EXPECT_NEAR(latency, 0.03, 0.5 / rate);
     const auto delay = static_cast<std::ptrdiff_t>(std::lround(latency * rate));
     for (const double attack : {0.001, 0.03}) {
-      setAll(bench, {{0, attack}});
+      bench.set({{0, attack}});
       bench.reset();
       const auto input = noise(2, 30000, 1.0f);
       const auto output = bench.render(input, 512);
@@ -46,7 +46,7 @@ TEST(PeakLimiter, NeverExceedsFullScale) {
     for (const Samples& input : {noise(2, frames, 1.0f), square, impulses, sine(30, 0, frames, rate)}) {
       for (const double attack : {0.001, 0.012, 0.03}) {
         EffectBench bench("lmtr", {.sampleRate = rate});
-        setAll(bench, {{0, attack}, {1, 0.001}, {2, 40}});
+        bench.set({{0, attack}, {1, 0.001}, {2, 40}});
         bench.reset();
         float peak = 0;
         for (const auto& channel : bench.render(input, 64))
@@ -61,7 +61,7 @@ TEST(PeakLimiter, NeverExceedsFullScale) {
 TEST(PeakLimiter, ReducesOverTheAttackAndRecoversInTheDecay) {
   for (const double attack : {0.002, 0.012, 0.03}) {
     EffectBench bench("lmtr", {.inputs = 1, .outputs = 1});
-    setAll(bench, {{0, attack}, {1, 0.05}});
+    bench.set({{0, attack}, {1, 0.05}});
     bench.reset();
     Samples input(1, std::vector<float>(44100, 0.1f));
     input[0][20000] = 10;

@@ -32,11 +32,11 @@ using Samples = EffectBench::Samples;
 
 /// One room alone and standing still, of which all frequencies decay alike.
 void plainRoom(EffectBench& bench, bool large, double size) {
-  setAll(bench, {{smallLargeMix, large ? 100 : 0},
-                 {large ? largeSize : smallSize, size},
-                 {smallBrightness, 1},
-                 {largeBrightness, 1},
-                 {modulationDepth, 0}});
+  bench.set({{smallLargeMix, large ? 100 : 0},
+             {large ? largeSize : smallSize, size},
+             {smallBrightness, 1},
+             {largeBrightness, 1},
+             {modulationDepth, 0}});
 }
 
 /// The last channel's answer to an impulse.
@@ -86,13 +86,12 @@ double level(const std::vector<float>& samples, double rate, double from, double
 
 /// Noise of 0.1 seconds, and that what follows falls at least half as fast as the larger room must.
 void expectDecay(EffectBench& bench, double rate, unsigned corner) {
-  const auto parameters = bench.parameters();
   constexpr AudioUnitParameterID inLoop[] = {largeSize,      smallSize,       largeRange,
                                              smallRange,     smallBrightness, largeBrightness,
                                              modulationRate, modulationDepth};
   for (unsigned i = 0; i < std::size(inLoop); ++i) {
-    const auto& info = parameters[inLoop[i]].second;
-    bench.set(inLoop[i], corner >> i & 1 ? info.maxValue : info.minValue);
+    const EffectParameter& p = bench.parameter(inLoop[i]);
+    bench.set(inLoop[i], corner >> i & 1 ? p.maxValue : p.minValue);
   }
   bench.reset();
   auto input = noise(1, static_cast<size_t>(1.5 * rate), 1);
@@ -141,7 +140,7 @@ TEST(MatrixReverb, IsDuskyByItsBrightnessFrom0HzToHalfTheRate) {
     for (const double brightness : {0.2, 0.6, 1.0}) {
       EffectBench bench("mrev", {rate, 1, 1, 512});
       plainRoom(bench, true, 0.03);
-      bench.set(largeBrightness, static_cast<Float32>(brightness));
+      bench.set(largeBrightness, brightness);
       const auto samples = response(bench, 1.5, rate);
       std::array<double, 64> window;
       for (int k = 0; k < 64; ++k) window[k] = std::pow(std::sin(std::numbers::pi * (k + 0.5) / 64), 2);
@@ -173,9 +172,9 @@ TEST(MatrixReverb, IsDenserTheHigherItsDensity) {
     for (const double density : {0.0, 0.4, 1.0}) {
       EffectBench bench("mrev", {44100, 1, 1, 512});
       plainRoom(bench, large, size);
-      setAll(bench, {{large ? largeRange : smallRange, range},
-                     {large ? largeDensity : smallDensity, density},
-                     {modulationDepth, 0.2}});
+      bench.set({{large ? largeRange : smallRange, range},
+                 {large ? largeDensity : smallDensity, density},
+                 {modulationDepth, 0.2}});
       const auto samples = response(bench, 1.2);
       const size_t start = onset(samples);
       const double now = echoDensity(samples, start, start + 4410);
@@ -201,7 +200,7 @@ TEST(MatrixReverb, FillsItsPictureAtFiveHundredHertz) {
   EXPECT_LT(peak(900, 1024), -50);
   double before = -200;
   for (const double brightness : {0.1, 0.4, 1.0}) {  // bends the curve down from the same beginning
-    setAll(bench, {{smallBrightness, brightness}, {largeBrightness, brightness}});
+    bench.set({{smallBrightness, brightness}, {largeBrightness, brightness}});
     const auto bent = response(bench, 1, 500);
     EXPECT_NEAR(level(bent, 500, 0.03, 0.06), level(samples, 500, 0.03, 0.06), 1.5) << brightness;
     const double now = level(bent, 500, 0.4, 0.8);
@@ -216,11 +215,11 @@ TEST(MatrixReverb, ChangesWithoutAClickAndBecomesWhatItWasTold) {
       const auto input = sine(100, -12, 3 * 44100);
       const auto change = [&](EffectBench& bench, bool high) {
         if (id == parameterCount) return bench.setQuality(high ? 127 : 0);
-        const auto info = bench.parameters()[id].second;
-        bench.set(id, high ? info.maxValue : info.minValue);
+        const EffectParameter& p = bench.parameter(id);
+        bench.set(id, high ? p.maxValue : p.minValue);
       };
       EffectBench bench("mrev");
-      setAll(bench, {{mix, 50}, {largeSize, 0.03}});
+      bench.set({{mix, 50}, {largeSize, 0.03}});
       change(bench, !up);
       bench.reset();
       const auto output = bench.renderAround(input, 22160, [&] { change(bench, up); });

@@ -9,15 +9,14 @@
 TEST(SampleDelay, IsExactAtEveryDelay) {
   constexpr UInt32 all = 60000;
   EffectBench bench("sdly", {.maximumFrames = all});
-  ASSERT_NE(bench.unit(), nullptr);
   const auto input = noise(2, all, 1.0f);
-  for (const size_t delay : {0, 1, 511, 512, 513, 44099, 44100}) {
-    bench.set(0, static_cast<Float32>(delay));
+  for (const UInt32 delay : {0u, 1u, 511u, 512u, 513u, 44099u, 44100u}) {
+    bench.set(0, delay);
     for (const UInt32 block : {512u, all}) {
       bench.reset();
       const auto output = bench.render(input, block);
       for (size_t c = 0; c < 2; ++c) {
-        const auto heard = output[c].begin() + static_cast<std::ptrdiff_t>(delay);
+        const auto heard = output[c].begin() + delay;
         EXPECT_TRUE(std::all_of(output[c].begin(), heard, [](float sample) { return sample == 0; })) << delay;
         EXPECT_TRUE(std::equal(heard, output[c].end(), input[c].begin())) << delay << " in " << block;
       }
@@ -27,7 +26,6 @@ TEST(SampleDelay, IsExactAtEveryDelay) {
 
 TEST(SampleDelay, ChangesWithoutAClickAndIsExactAgainAfterwards) {
   EffectBench bench("sdly");
-  ASSERT_NE(bench.unit(), nullptr);
   // 100 Hz: taps 220 samples apart stand against each other in phase.
   EffectBench::Samples input(2, std::vector<float>(22050));
   for (size_t i = 0; i < input[0].size(); ++i)

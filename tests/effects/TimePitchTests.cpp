@@ -51,7 +51,7 @@ TEST(TimePitch, WithoutBlendIsTheInputLaterByItsLatencyWhateverTheSetting) {
     const auto input = noise(2, static_cast<size_t>(delay) + 5000, 1.0f);
     for (const UInt32 quality : {127u, 0u}) {
       bench.setQuality(quality);
-      setAll(bench, {{blend, 0}, {pitch, quality ? -2400 : 700}, {smoothness, quality ? 1 : 0}});
+      bench.set({{blend, 0}, {pitch, quality ? -2400 : 700}, {smoothness, quality ? 1 : 0}});
       bench.reset();
       const auto output = bench.render(input, 512);
       for (size_t c = 0; c < 2; ++c)
@@ -67,7 +67,7 @@ TEST(TimePitch, TransposesExactlyInEveryQualityAndSmoothness) {
       EffectBench bench("tmpt");
       bench.setQuality(quality);
       for (const auto& [cents, ratio] : {std::pair(701.955, 1.5), std::pair(-1200.0, 0.5)}) {
-        setAll(bench, {{pitch, cents}, {smoothness, smooth}});
+        bench.set({{pitch, cents}, {smoothness, smooth}});
         bench.reset();
         const auto output = bench.render(sine(440, -12, 66150), 512)[1];
         EXPECT_NEAR(1200 * std::log2(frequency(output, 30000, 440 * ratio) / (440 * ratio)), 0, 2)
@@ -91,10 +91,9 @@ TEST(TimePitch, KeepsTheTimeAtEveryPitch) {
       for (const double cents : {0.0, -1200.0, -500.0, 700.0}) {
         EffectBench bench("tmpt");
         bench.setQuality(quality);
-        setAll(bench, {{pitch, before}});
+        bench.set({{pitch, before}});
         bench.reset();
-        const auto output =
-            bench.renderAround(swell, 10000, [&] { bench.set(pitch, static_cast<Float32>(cents)); })[0];
+        const auto output = bench.renderAround(swell, 10000, [&] { bench.set(pitch, cents); })[0];
         double energy = 0, moment = 0;
         for (size_t i = 0; i < output.size(); ++i) {
           energy += double{output[i]} * output[i];
@@ -122,15 +121,15 @@ TEST(TimePitch, ChangesItsEngineAndWindowWithoutAStep) {
     EffectBench bench("tmpt"), unchanged("tmpt");
     for (EffectBench* each : {&bench, &unchanged}) {
       each->setQuality(changes[i - 1].quality);
-      setAll(*each,
-             {{pitch, 300}, {smoothness, changes[i - 1].smoothness}, {tightness, changes[i - 1].tightness}});
+      each->set(
+          {{pitch, 300}, {smoothness, changes[i - 1].smoothness}, {tightness, changes[i - 1].tightness}});
       each->reset();
     }
     auto output = bench.render(input, 512)[0], expected = unchanged.render(input, 512)[0];
     bench.setQuality(changes[i].quality);
-    bench.set(smoothness, static_cast<Float32>(changes[i].smoothness));
+    bench.set(smoothness, changes[i].smoothness);
     for (EffectBench* each : {&bench, &unchanged})  // takes effect at once
-      each->set(tightness, static_cast<Float32>(changes[i].tightness));
+      each->set(tightness, changes[i].tightness);
     const auto goOn = [&] {
       const auto more = bench.render(input, 512)[0], same = unchanged.render(input, 512)[0];
       output.insert(output.end(), more.begin(), more.end());

@@ -31,12 +31,12 @@ void setBoth(LoadedPlugin& plugin, EffectBench& bench) {
     if (plugin.isControlInput(i) && plugin.symbols()[i] != "enabled" &&
         plugin.symbols()[i] != "render_quality")
       inputs.push_back(i);
-  for (const auto& [id, info] : bench.parameters()) {
-    if (!(info.flags & kAudioUnitParameterFlag_IsWritable)) continue;
+  for (const EffectParameter& p : bench.parameters()) {
+    if (!p.isWritable()) continue;
     place = std::fmod(place + 0.61f, 1.0f);
-    const float value = info.minValue + place * (info.maxValue - info.minValue);
+    const float value = p.minValue + place * (p.maxValue - p.minValue);
     plugin.control(inputs.at(input++)) = value;
-    bench.set(id, value);
+    bench.set(p.id, value);
   }
   if (plugin.has("render_quality")) {
     plugin.control("render_quality") = 64;
@@ -59,11 +59,10 @@ TEST_P(Instance, SoundsLikeTheComponentWithThePortsValues) {
     bench.reset();
     EXPECT_EQ(plugin.render(input, {block}), bench.render(input, 512));
   }
-  for (const auto& [id, info] : bench.parameters()) {
-    if (info.flags & kAudioUnitParameterFlag_IsWritable) continue;
-    Float32 amount = 0;
-    AudioUnitGetParameter(bench.unit(), id, kAudioUnitScope_Global, 0, &amount);
-    std::string symbol = info.name;
+  for (const EffectParameter& p : bench.parameters()) {
+    if (p.isWritable()) continue;
+    const Float32 amount = bench.value(p.id);
+    std::string symbol = p.name;
     std::replace(symbol.begin(), symbol.end(), ' ', '_');
     EXPECT_NEAR(plugin.control(symbol), amount, 0.5f);  // blocks of another length
     EXPECT_GT(amount, 0);

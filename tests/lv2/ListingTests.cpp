@@ -95,18 +95,18 @@ TEST_P(Listing, HasAPortForEachParameterInOrder) {
       meters.push_back(&port);
   }
   size_t input = 0, meter = 0;
-  for (const auto& [id, info] : bench.parameters()) {
-    SCOPED_TRACE(info.name);
-    const bool isWritable = info.flags & kAudioUnitParameterFlag_IsWritable;
+  for (const EffectParameter& p : bench.parameters()) {
+    SCOPED_TRACE(p.name);
+    const bool isWritable = p.isWritable();
     ASSERT_LT(isWritable ? input : meter, isWritable ? inputs.size() : meters.size());
     const Port& port = isWritable ? *inputs[input++] : *meters[meter++];
-    EXPECT_STRCASEEQ(port.name.c_str(), info.name);
-    EXPECT_EQ(port.minimum, info.minValue);
-    EXPECT_EQ(port.maximum, info.maxValue);
-    EXPECT_TRUE(!isWritable || port.defaultValue == info.defaultValue);
-    EXPECT_EQ(port.is("logarithmic"), (info.flags & kAudioUnitParameterFlag_DisplayLogarithmic) != 0);
-    EXPECT_EQ(port.is("enumeration"), info.unit == kAudioUnitParameterUnit_Indexed);
-    EXPECT_EQ(port.points.size(), info.unit == kAudioUnitParameterUnit_Indexed ? 2u : 0u);
+    EXPECT_STRCASEEQ(port.name.c_str(), p.name.c_str());
+    EXPECT_EQ(port.minimum, p.minValue);
+    EXPECT_EQ(port.maximum, p.maxValue);
+    EXPECT_TRUE(!isWritable || port.defaultValue == p.defaultValue);
+    EXPECT_EQ(port.is("logarithmic"), (p.flags & kAudioUnitParameterFlag_DisplayLogarithmic) != 0);
+    EXPECT_EQ(port.is("enumeration"), !p.valueNames.empty());
+    EXPECT_EQ(port.points.size(), !p.valueNames.empty() ? 2u : 0u);
   }
   EXPECT_EQ(input, inputs.size());
   EXPECT_EQ(meter, meters.size());
@@ -159,27 +159,19 @@ TEST_P(Listing, HasTheFactoryPresets) {
   lilv_nodes_free(presets);
   for (LilvNode* node : {presetClass, label, portOf, symbol, valueOf}) lilv_node_free(node);
 
-  CFArrayRef names = nullptr;
-  UInt32 size = sizeof names;
-  AudioUnitGetProperty(bench.unit(), kAudioUnitProperty_FactoryPresets, 0, 0, &names, &size);
-  EXPECT_EQ(found.size(), CFArrayGetCount(names));
-  for (size_t i = 0; i < CFArrayGetCount(names); ++i) {
-    const std::string name = CFStringGetText(CFArrayGetStringAtIndex(names, i));
-    SCOPED_TRACE(name);
-    const AUPreset preset{static_cast<SInt32>(i), nullptr};
-    AudioUnitSetProperty(bench.unit(), kAudioUnitProperty_PresentPreset, 0, 0, &preset, sizeof preset);
-    for (const auto& [id, info] : bench.parameters()) {
-      if (!(info.flags & kAudioUnitParameterFlag_IsWritable)) continue;
-      const auto port = std::find_if(ports.begin(), ports.end(), [&, parameter = &info](const Port& p) {
-        return strcasecmp(p.name.c_str(), parameter->name) == 0;
+  const auto names = bench.presets();
+  EXPECT_EQ(found.size(), names.size());
+  for (size_t i = 0; i < names.size(); ++i) {
+    SCOPED_TRACE(names[i]);
+    bench.choosePreset(i);
+    for (const EffectParameter& p : bench.writableParameters()) {
+      const auto port = std::find_if(ports.begin(), ports.end(), [&](const Port& candidate) {
+        return strcasecmp(candidate.name.c_str(), p.name.c_str()) == 0;
       });
-      Float32 value = 0;
-      AudioUnitGetParameter(bench.unit(), id, 0, 0, &value);
-      ASSERT_TRUE(found[name].contains(port->symbol)) << port->symbol;
-      EXPECT_EQ(found[name][port->symbol], value) << port->symbol;
+      ASSERT_TRUE(found[names[i]].contains(port->symbol)) << port->symbol;
+      EXPECT_EQ(found[names[i]][port->symbol], bench.value(p.id)) << port->symbol;
     }
   }
-  CFRelease(names);
 }
 
 // Projects of users remember symbols, some hosts indices. New ports may only be added at the end of a line.

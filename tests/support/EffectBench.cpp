@@ -1,0 +1,189 @@
+#include "EffectBench.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <random>
+#include <stdexcept>
+
+#include "RegisterEffects.h"
+
+namespace {
+
+EffectInstance openRegistered(const std::string& code) {
+  RegisterEffects();
+  const Component component = registeredEffect(code);
+  EffectInstance effect = component ? openEffect(component) : nullptr;
+  if (!effect) throw std::runtime_error("there is no effect " + code);
+  return effect;
+}
+
+std::unique_ptr<EffectRunner> runnerOf(AudioUnit unit, const RenderFormat& format) {
+  std::string error;
+  auto runner = EffectRunner::make(unit, format, error);
+  if (!runner) throw std::runtime_error(error);
+  return runner;
+}
+
+void check(OSStatus status) {
+  if (status != noErr) throw std::runtime_error("an effect answers " + std::to_string(status));
+}
+
+}  // namespace
+
+EffectBench::EffectBench(const std::string& code, const RenderFormat& format)
+    : owned_(openRegistered(code)),
+      unit_(owned_.get()),
+      parameters_(effectParameters(unit_)),
+      runner_(runnerOf(unit_, format)),
+      block_(format.outputs, std::vector<float>(format.maximumFrames)) {}
+
+EffectBench::EffectBench(AudioUnit unit, const RenderFormat& format)
+    : unit_(unit),
+      parameters_(effectParameters(unit)),
+      runner_(runnerOf(unit, format)),
+      block_(format.outputs, std::vector<float>(format.maximumFrames)) {}
+
+std::vector<EffectParameter> EffectBench::writableParameters() const {
+  std::vector<EffectParameter> writable = parameters_;
+  std::erase_if(writable, [](const EffectParameter& p) { return !p.isWritable(); });
+  return writable;
+}
+
+const EffectParameter& EffectBench::parameter(AudioUnitParameterID id) const {
+  const auto found =
+      std::find_if(parameters_.begin(), parameters_.end(), [id](const auto& p) { return p.id == id; });
+  if (found == parameters_.end()) throw std::runtime_error("there is no parameter " + std::to_string(id));
+  return *found;
+}
+
+Float32 EffectBench::value(AudioUnitParameterID id) const {
+  Float32 value = 0;
+  check(AudioUnitGetParameter(unit_, id, kAudioUnitScope_Global, 0, &value));
+  return value;
+}
+
+void EffectBench::set(AudioUnitParameterID id, double value) {
+  check(AudioUnitSetParameter(unit_, id, kAudioUnitScope_Global, 0, static_cast<Float32>(value), 0));
+}
+
+void EffectBench::set(std::initializer_list<std::pair<AudioUnitParameterID, double>> values) {
+  for (const auto& [id, value] : values) set(id, value);
+}
+
+void EffectBench::setAll(float part) {
+  for (const EffectParameter& p : writableParameters()) set(p.id, partOf(p, part));
+}
+
+void EffectBench::setQuality(UInt32 quality) {
+  check(AudioUnitSetProperty(unit_, kAudioUnitProperty_RenderQuality, kAudioUnitScope_Global, 0, &quality,
+                             sizeof quality));
+}
+
+std::vector<std::string> EffectBench::presets() const {
+  CFArrayRef list = nullptr;
+  UInt32 size = sizeof list;
+  check(AudioUnitGetProperty(unit_, kAudioUnitProperty_FactoryPresets, kAudioUnitScope_Global, 0, &list,
+                             &size));
+  std::vector<std::string> names;
+  for (size_t i = 0; i < CFArrayGetCount(list); ++i)
+    names.push_back(CFStringGetText(CFArrayGetStringAtIndex(list, i)));
+  CFRelease(list);
+  return names;
+}
+
+void EffectBench::choosePreset(size_t index) {
+  const AUPreset preset{static_cast<SInt32>(index), nullptr};
+  check(AudioUnitSetProperty(unit_, kAudioUnitProperty_PresentPreset, kAudioUnitScope_Global, 0, &preset,
+                             sizeof preset));
+}
+
+Float64 EffectBench::seconds(AudioUnitPropertyID id) const {
+  Float64 seconds = 0;
+  UInt32 size = sizeof seconds;
+  check(AudioUnitGetProperty(unit_, id, kAudioUnitScope_Global, 0, &seconds, &size));
+  return seconds;
+}
+
+void EffectBench::reset() {
+  check(AudioUnitReset(unit_, kAudioUnitScope_Global, 0));
+}
+
+EffectBench::Samples EffectBench::render(const Samples& input, std::span<const UInt32> blocks) {
+  const auto frames = static_cast<UInt32>(input[0].size());
+  Samples output(block_.size(), std::vector<float>(frames));
+  for (UInt32 done = 0, i = 0; done < frames; ++i) {
+    const UInt32 run = std::min(blocks[i % blocks.size()], frames - done);
+    const float* from[kAudioMaximumChannels];
+    float* to[kAudioMaximumChannels];
+    for (size_t c = 0; c < input.size(); ++c) from[c] = input[c].data() + done;
+    for (size_t c = 0; c < output.size(); ++c) to[c] = output[c].data() + done;
+    check(runner_->render(from, to, run));
+    done += run;
+  }
+  return output;
+}
+
+EffectBench::Samples EffectBench::renderAround(const Samples& input, size_t at,
+                                               const std::function<void()>& change) {
+  Samples before, after;
+  for (const auto& channel : input) {
+    const auto cut = channel.begin() + static_cast<std::ptrdiff_t>(at);
+    before.emplace_back(channel.begin(), cut);
+    after.emplace_back(cut, channel.end());
+  }
+  Samples output = render(before);
+  change();
+  const Samples rest = render(after);
+  for (size_t c = 0; c < output.size(); ++c)
+    output[c].insert(output[c].end(), rest[c].begin(), rest[c].end());
+  return output;
+}
+
+void EffectBench::renderBlock(const float* const* input, UInt32 frames) {
+  float* output[kAudioMaximumChannels];
+  for (size_t c = 0; c < block_.size(); ++c) output[c] = block_[c].data();
+  check(runner_->render(input, output, frames));
+}
+
+Float32 partOf(const EffectParameter& parameter, float part) {
+  const float value = parameter.minValue + part * (parameter.maxValue - parameter.minValue);
+  return parameter.valueNames.empty() ? value : std::round(value);
+}
+
+std::vector<std::string> effectCodes() {
+  RegisterEffects();
+  std::vector<std::string> codes;
+  for (Component effect : registeredEffects()) codes.push_back(effectCode(effect));
+  return codes;
+}
+
+EffectBench::Samples noise(UInt32 channels, size_t frames, float level) {
+  std::mt19937 random(20);
+  EffectBench::Samples samples(channels, std::vector<float>(frames));
+  for (auto& channel : samples)
+    for (float& sample : channel) sample = level * (static_cast<float>(random() >> 8) / 8388608.0f - 1.0f);
+  return samples;
+}
+
+EffectBench::Samples sine(double frequency, double level, size_t frames, double rate) {
+  const double amplitude = std::pow(10, level / 20);
+  const double turn = 2 * std::numbers::pi * frequency / rate;
+  std::vector<float> samples(frames);
+  for (size_t i = 0; i < frames; ++i)
+    samples[i] = static_cast<float>(amplitude * std::sin(turn * static_cast<double>(i)));
+  return {samples, samples};
+}
+
+EffectBench::Samples impulse(UInt32 channels, size_t frames) {
+  EffectBench::Samples samples(channels, std::vector<float>(frames));
+  for (auto& channel : samples) channel[0] = 1;
+  return samples;
+}
+
+double largestBend(std::span<const float> samples, size_t from) {
+  double bend = 0;
+  for (size_t i = std::max<size_t>(from, 2); i < samples.size(); ++i)
+    bend = std::max<double>(bend, std::fabs(samples[i] - 2 * samples[i - 1] + samples[i - 2]));
+  return bend;
+}
