@@ -108,8 +108,7 @@ TEST_F(Damage, WhatAViewLeavesBehindReachesNoOther) {
 
 TEST_F(DamageAtFractionalScale, GrowsToWholePixels) {
   root->setNeedsDisplayInRect(NSMakeRect(10.1f, 20, 2, 3));
-  turn();
-  presented = display.windows()[0]->takePresented();
+  drawn();
   ASSERT_EQ(presented.size(), 1u);
   const NSRect rect = presented[0];
   EXPECT_NEAR(NSMinX(rect) * 1.5f, 15, 1e-3);

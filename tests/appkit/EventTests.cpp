@@ -1,4 +1,3 @@
-#include "NSCursor.h"
 #include "ViewBench.h"
 
 namespace {
@@ -16,10 +15,9 @@ TEST_F(Events, GoToTheTopmostVisibleViewInsideItsParents) {
       {{75, 25}, "root"},  {{50, 50}, "root"},  {{10, 10}, "lower"}};
   const auto hit = [&](NSPoint p) {
     taken();
-    pressAt(p.x, p.y);
+    click(p);
     const Lines lines = taken();
-    display.release();
-    return lines.size() == 1 ? lines[0].substr(5, lines[0].find(' ', 5) - 5) : "nobody";
+    return lines.size() == 2 ? lines[0].substr(5, lines[0].find(' ', 5) - 5) : "nobody";
   };
   for (const auto& [p, name] : cases) EXPECT_EQ(hit(p), name) << p.x << ", " << p.y;
   upper->setHidden(true);
@@ -30,20 +28,20 @@ TEST_F(Events, GoToTheTopmostVisibleViewInsideItsParents) {
 TEST_F(Events, APressOwnsItsDragsAndItsReleaseWhereverThePointerIs) {
   const auto view = add("a", NSMakeRect(10, 10, 20, 20));
   add("b", NSMakeRect(50, 10, 100, 20));
-  pressAt(15, 16);
-  display.moveBy(45, 0);
+  press({15, 16});
+  moveBy(45, 0);
   display.wheel({160, 115}, 1);
-  display.moveBy(-300, 5);
-  display.release();
-  display.moveBy(3, 3);
+  moveBy(-300, 5);
+  release();
+  moveBy(3, 3);
   EXPECT_EQ(taken(), (Lines{"down a 15 16", "drag a 45 0", "drag a -300 -5", "up a -100 21"}));
 
   display.wheel({160, 115}, -1);
   EXPECT_EQ(taken(), Lines{"wheel b -1"});
   view->passesOn = true;  // what a view does not handle goes up
-  pressAt(15, 16);
-  display.moveBy(1, 1);
-  display.release();
+  press({15, 16});
+  moveBy(1, 1);
+  release();
   display.wheel({115, 115}, 2);
   EXPECT_EQ(taken(), (Lines{"down root 15 16", "drag root 1 -1", "up root 16 17", "wheel root 2"}));
 }
@@ -67,13 +65,13 @@ TEST_F(Events, ABrokenGestureEndsWithExactlyOneRelease) {
   };
   for (const auto& [name, breakIt] : breaks) {
     view = add("a", NSMakeRect(10, 10, 20, 20), group.get());
-    pressAt(15, 15);
-    display.moveBy(2, 3);
+    press({15, 15});
+    moveBy(2, 3);
     EXPECT_EQ(taken(), (Lines{"down a 15 15", "drag a 2 -3"})) << name;
     breakIt();
     EXPECT_EQ(taken(), Lines{"up a 17 18"}) << name;
-    display.moveBy(1, 1);
-    display.release();
+    moveBy(1, 1);
+    release();
     EXPECT_EQ(taken(), Lines{}) << name;
     view->removeFromSuperview();
   }
@@ -85,18 +83,17 @@ TEST_F(Events, AViewMayGoInItsOwnCallbacks) {
   view->onDown = [this, v = view.get(), &alive] {
     v->removeFromSuperview();
     EXPECT_FALSE(alive.expired());
-    log.push_back(v->superview() ? "still there" : "gone");
+    seen.push_back(v->superview() ? "still there" : "gone");
   };
   view.reset();
-  pressAt(15, 15);
-  display.release();
+  click({15, 15});
   EXPECT_EQ(taken(), (Lines{"down a 15 15", "up a 15 15", "gone"}));
   EXPECT_TRUE(alive.expired());
 
   // The release that a removal brings removes the view itself.
   const auto other = add("b", NSMakeRect(10, 10, 20, 20));
   other->onUp = [&] { other->removeFromSuperview(); };
-  pressAt(15, 15);
+  press({15, 15});
   other->removeFromSuperview();
   EXPECT_EQ(taken(), (Lines{"down b 15 15", "up b 15 15"}));
   EXPECT_TRUE(root->subviews().empty());
@@ -104,7 +101,7 @@ TEST_F(Events, AViewMayGoInItsOwnCallbacks) {
   // The window goes in the press.
   const auto last = add("c", NSMakeRect(10, 10, 20, 20));
   last->onDown = [this] { window.reset(); };
-  pressAt(15, 15);
+  press({15, 15});
   EXPECT_EQ(taken(), (Lines{"down c 15 15", "up c 15 15"}));
   EXPECT_TRUE(display.windows().empty());
 }

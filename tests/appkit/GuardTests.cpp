@@ -1,7 +1,6 @@
 #include <stdexcept>
 
 #include "AUEventListener.h"
-#include "LogLines.h"
 #include "NSTimer.h"
 #include "TestEffect.h"
 #include "ViewBench.h"
@@ -30,8 +29,7 @@ class Guards : public ViewBench {
   void clickTheView() {
     const auto view = add("a", NSMakeRect(10, 10, 20, 20));
     view->onDown = view->onUp = [this] { call(); };
-    pressAt(15, 15);
-    display.release();
+    click({15, 15});
   }
   void letTimersTick() {
     const auto target = std::make_shared<Target>(*this);
@@ -68,7 +66,6 @@ class Guards : public ViewBench {
     EXPECT_EQ(AudioUnitRender(unit.get(), nullptr, nullptr, 0, 16, &data), noErr);
   }
 
-  VirtualClock clock;
   Unit unit = openTestEffect();
   int calls = 0;
 };
@@ -86,9 +83,9 @@ TEST_F(Guards, WhatThrowsStopsNobodyElseInTheSameTurn) {
   };
   for (const auto& [kind, callTwice] : kinds) {
     calls = 0;
-    LogLines lines;
+    forgetLog();
     EXPECT_NO_THROW(callTwice()) << kind;
     EXPECT_EQ(calls, 2) << kind;
-    EXPECT_EQ(lines.all(), Lines{std::string(kind) + " failed: broken"});
+    EXPECT_EQ(log, Lines{std::string(kind) + " failed: broken"});
   }
 }

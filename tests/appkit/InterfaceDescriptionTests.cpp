@@ -2,18 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "AppKitClasses.h"
 #include "LogLines.h"
 #include "NSBox.h"
-#include "NSBundle.h"
 #include "NSControl.h"
 #include "NSException.h"
 #include "NSPopUpButton.h"
-
-namespace fs = std::filesystem;
+#include "ScratchBundle.h"
 
 namespace {
 
@@ -82,28 +77,23 @@ class TestOwner : public NSObject {
 
 class Description : public testing::Test {
  protected:
-  Description() : folder(fs::path(testing::TempDir()) / (name() + ".bundle")) {
+  Description() {
     NSRegisterAppKitClasses();
-    fs::create_directories(folder / "Contents" / "Resources");
-    std::ofstream(folder / "Contents" / "Info.xml")
-        << R"(<bundle identifier="org.example" version="1" principalClass="TestOwner" module="none.so"/>)";
-    bundle = NSBundle::bundleWithPath(folder.string(), error);
+    scratch.write("Info.xml", ScratchBundle::info("TestOwner"));
+    bundle = scratch.open(error);
     bundle->loadLinked([](std::vector<const Class*>& classes) {
       classes.insert(classes.end(), {&TestKnob::record(), &TestPanel::record(), &TestOwner::record()});
     });
     awoken.clear();
     alive = 0;
   }
-  ~Description() override { fs::remove_all(folder); }
 
-  static std::string name() { return testing::UnitTest::GetInstance()->current_test_info()->name(); }
-  std::string file() const { return (folder / "Contents/Resources/test.xml").string(); }
   bool load(const std::string& text) {
-    std::ofstream(file(), std::ios::binary) << text;
+    scratch.write("Resources/test.xml", text);
     return loadNibNamed_owner("test", owner);
   }
 
-  fs::path folder;
+  ScratchBundle scratch;
   std::string error;
   std::shared_ptr<NSBundle> bundle;
   TestOwner owner;
@@ -185,7 +175,6 @@ TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
     std::vector<std::string> words;
   } cases[] = {
       {panel("<view class='NoView' frame='0 0 9 9'/>"), 3, {"\"NoView\"", "view class"}},
-      {panel("<view frame='0 0 9 9'/>"), 3, {"class \"\""}},
       {panel("<view class='TestOwner' frame='0 0 9 9'/>"), 3, {"\"TestOwner\"", "class of views"}},
       {panel(knob + "\n<view class='TestKnob' outlet='nob' frame='0 0 9 9'/>"),
        4,
@@ -196,12 +185,8 @@ TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
       {knobWith("frame='0 0 9 9' titel='x'"), 3, {"\"titel\" of TestKnob", "title", "hidden"}},
       {knobWith("frame='0 0 9 9' hidden='true'"), 3, {"hidden=\"true\"", "\"yes\" or \"no\""}},
       {knobWith("frame='0 0 9'"), 3, {"frame \"0 0 9\"", "x y width height"}},
-      {knobWith("frame='0 0 9 9 9'"), 3, {"frame"}},
       {knobWith("frame='0 0 9 0'"), 3, {"frame", "positive"}},
-      {knobWith("frame='0 0 -9 9'"), 3, {"frame", "positive"}},
       {knobWith("frame='0 0 9pt 9'"), 3, {"frame \"0 0 9pt 9\""}},
-      {knobWith("frame='0,0,9,9'"), 3, {"frame"}},
-      {knobWith("title='x'"), 3, {"frame \"\""}},
       {panel(""), 2, {"\"knob\" of TestPanel is not connected"}},
       {panel(knob + "\n" + knob), 4, {"\"knob\" is connected twice"}},
       {panel("<view class='NSView' outlet='knob' frame='0 0 9 9'/>"),
@@ -213,20 +198,13 @@ TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
        {"\"panel\" of TestOwner", "class NSView"}},
       {panel(knob + "\n<veiw class='NSView' frame='0 0 9 9'/>"), 4, {"<veiw>", "<view>"}},
       {panel(knob + "\nstray text"), 3, {"<view>"}},
-      {panel(knob + "\n<item title='x'/>"), 4, {"<item>", "<view>"}},
-      {panel(knob + "\n<menu outlet='menu'/>"), 4, {"<menu>", "<view>"}},
       {popUp("<item titel='x'/>"), 4, {"<item>", "title"}},
-      {popUp("<item title='x' tag='1'/>"), 4, {"<item>", "title"}},
       {popUp("<item title='x'>y</item>"), 4, {"in an <item>", "nothing"}},
       {menu("<view class='NSView' frame='0 0 9 9'/>", "menu"), 5, {"<view>", "<item>"}},
-      {menu("<item/>", "menu"), 5, {"<item>", "title"}},
       {menu("", "manu"), 5, {"\"manu\" of TestPanel", "menu"}},
       {menu("", "box"), 5, {"\"box\" of TestPanel", "class NSMenu"}},
-      {"<interface>\n<menu outlet='freshView'/></interface>", 2, {"\"freshView\" of TestOwner", "NSMenu"}},
       {"\n<interfaces/>", 2, {"<interfaces>", "<interface>"}},
-      {"<interface>\n<view class='NSView'", 2, {"expected XML"}},
       {"<interface>\n\n</view>\n</interface>", 3, {"expected XML"}},
-      {"hello", 1, {"expected XML"}},
       {"", 1, {"expected XML"}},
   };
   for (const auto& row : cases) {
@@ -234,7 +212,7 @@ TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
     EXPECT_FALSE(load(row.text)) << row.text;
     ASSERT_EQ(log.all().size(), 1u) << row.text;
     const std::string line = log.all()[0];
-    const std::string where = file() + ":" + std::to_string(row.line) + ": ";
+    const std::string where = scratch.file("Resources/test.xml") + ":" + std::to_string(row.line) + ": ";
     EXPECT_EQ(line.substr(0, where.size()), where) << row.text;
     for (const auto& word : row.words) EXPECT_NE(line.find(word, where.size()), std::string::npos) << line;
     EXPECT_EQ(owner.freshView, nullptr) << row.text;

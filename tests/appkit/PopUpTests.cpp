@@ -38,7 +38,7 @@ class PopUp : public ViewBench, public NSObject {
   }
   bool wantsKeyboard() { return display.windows()[0]->isKeyboardWanted(); }
   /// The number of a row, 'b' for the button, 'o' for beside both.
-  NSPoint place(char name) const {
+  NSPoint placeOf(char name) const {
     const float below = name == 'b' ? -8 : 14 + 16 * static_cast<float>(name - '0');
     return name == 'o' ? NSPoint{450, 380} : NSPoint{170, NSMinY(button->frame()) + 100 - below};
   }
@@ -47,11 +47,11 @@ class PopUp : public ViewBench, public NSObject {
     constexpr std::string_view keys = "_RTE____UDHL", places = "->~";  // Return, Tab, Escape, ...
     for (size_t i = 0; i < script.size(); ++i) {
       const char c = script[i];
-      const NSPoint at = place(places.find(c) < 99 ? script[++i] : 'o'), from = display.pointer();
+      const NSPoint at = placeOf(places.find(c) < 99 ? script[++i] : 'o'), from = display.pointer();
       if (c == '-') display.press(at);
-      if (c == '>') display.moveBy(at.x - from.x, at.y - from.y);
+      if (c == '>') moveBy(at.x - from.x, at.y - from.y);
       if (c == '~') client().displayPointerMoved({at.x - 100, at.y - 100});
-      if (c == '^') display.release();
+      if (c == '^') release();
       if (keys.find(c) < 99) display.key(static_cast<NSKey>(keys.find(c)));
       if (c == ' ' || (c >= 'a' && c <= 'z')) display.type({c});
     }
@@ -111,7 +111,7 @@ TEST_F(PopUp, HoweverTheMenuGoesNothingIsChosen) {
   button->setFrame(NSMakeRect(40, 20, 83, 16));  // the menu is a window
   const std::function<void()> ways[] = {
       [&] {
-        display.press({920, 120}), display.release();
+        display.press({920, 120}), release();
       },
       [&] { root->setHidden(true), root->setHidden(false); },
       [&] { button->removeFromSuperview(), root->addSubview(button); },
@@ -128,7 +128,7 @@ TEST_F(PopUp, HoweverTheMenuGoesNothingIsChosen) {
     play("-b>1");
     ASSERT_TRUE(isOpen()) << &go - ways;
     go();
-    display.release();
+    release();
     EXPECT_TRUE(!isOpen() && actions.empty() && display.windows().size() == (window ? 2 : 1)) << &go - ways;
   }
 }
@@ -153,7 +153,6 @@ TEST_F(PopUp, TabStopsAtIt) {
 }
 
 TEST_F(PopUp, AMenuStaysOnTheScreenAndScrollsIfItIsHigher) {
-  VirtualClock clock;
   const auto placed = [](float height, NSPoint at) {
     return MenuTracking::panelFrame({100, height}, {at, {83, 16}}, NSMakeRect(-200, 100, 1000, 600));
   };
@@ -164,11 +163,11 @@ TEST_F(PopUp, AMenuStaysOnTheScreenAndScrollsIfItIsHigher) {
   button->addItemWithTitle("an item with a title that is very much wider than the button is");
   const auto chosen = [&](float y, float thenY, int wheel) {  // held at y for a while, released elsewhere
     play("-b");
-    display.moveBy(0, y - display.pointer().y);
-    clock.advance(NSRunLoop::currentRunLoop(), 4);
+    moveBy(0, y - display.pointer().y);
+    advance(4);
     for (int i = 0; i < wheel; ++i) display.wheel({180, 600}, -1);
-    display.moveBy(0, thenY - display.pointer().y);
-    display.release();
+    moveBy(0, thenY - display.pointer().y);
+    release();
     return button->indexOfSelectedItem();
   };
   EXPECT_EQ(chosen(24, 24, 60), 99);

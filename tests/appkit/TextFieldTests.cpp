@@ -1,6 +1,10 @@
+#include "NSTextField.h"
+
+#include <algorithm>
+#include <map>
+
 #include "NSBundle.h"
 #include "NSNotification.h"
-#include "NSTextField.h"
 #include "ViewBench.h"
 
 namespace {
@@ -8,14 +12,13 @@ namespace {
 /// Delegate and target of fields: refuses the text "no", makes "5.00" of "5".
 class Listener : public NSObject {
  public:
-  static const Class& record() {
+  const Class& isa() const override {
     static const Class c = Class::of<Listener>("Listener", NSObject::record())
                                .answers<&Listener::shouldEnd>("control:textShouldEndEditing:")
                                .answers<&Listener::didEnd>("controlTextDidEndEditing:")
                                .answers<&Listener::changed>("changed:");
     return c;
   }
-  const Class& isa() const override { return record(); }
 
   bool shouldEnd(NSTextField* field, NSTextField*) {
     log.push_back("should " + names[field] + " " + field->stringValue());
@@ -34,18 +37,18 @@ class Listener : public NSObject {
   Lines log;
 };
 
+/// Three fields in a row and a long one above them, d.
 class TextField : public ViewBench {
  protected:
   TextField() : bundle(NSBundle::bundleWithPath(TOVIN_BUNDLE, error)) {
-    a = field("a", 10, "1.00");
-    b = field("b", 70, "2.00");
-    c = field("c", 130, "3.00");
-    drawn();
+    a = field("a", NSMakeRect(10, 10, 50, 16));
+    b = field("b", NSMakeRect(70, 10, 50, 16));
+    c = field("c", NSMakeRect(130, 10, 50, 16));
+    d = field("d", NSMakeRect(10, 40, 180, 16));
   }
 
-  std::shared_ptr<NSTextField> field(const char* name, float x, const char* text) {
-    auto made = std::make_shared<NSTextField>(NSMakeRect(x, 10, 50, 16));
-    made->setStringValue(text);
+  std::shared_ptr<NSTextField> field(const char* name, NSRect frame) {
+    auto made = std::make_shared<NSTextField>(frame);
     made->setDelegate(&listener);
     made->setTarget(&listener);
     made->setAction(NSSelectorFromString("changed:"));
@@ -54,116 +57,96 @@ class TextField : public ViewBench {
     return made;
   }
 
-  /// Characters are typed; in angle brackets stand keys (S-: Shift, C-: Control), "out", a press beside the
-  /// fields, and "=TEXT", a value that code gives the field a.
-  void play(const std::string& keys) {
-    static const std::map<std::string, NSKey> names{
-        {"ret", NSKey::enter},    {"tab", NSKey::tab},           {"esc", NSKey::escape},
-        {"bs", NSKey::backspace}, {"del", NSKey::forwardDelete}, {"left", NSKey::left},
-        {"right", NSKey::right},  {"home", NSKey::home},         {"end", NSKey::end}};
-    for (size_t i = 0; i < keys.size();) {
-      if (keys[i] != '<') {
-        const size_t end = std::min(keys.find('<', i), keys.size());
-        display.type(keys.substr(i, end - i));
-        i = end;
-        continue;
-      }
-      const size_t end = keys.find('>', i);
-      const std::string name = keys.substr(i + 1, end - i - 1);
-      i = end + 1;
-      if (name == "out") {
-        pressAt(5, 80);
-        display.release();
-      } else if (name[0] == '=') {
-        a->setStringValue(name.substr(1));
-      } else if (name.starts_with("C-")) {
-        display.type(name.substr(2), NSControlKeyMask);
-      } else if (name.starts_with("S-")) {
-        display.key(names.at(name.substr(2)), NSShiftKeyMask);
-      } else {
-        display.key(names.at(name));
-      }
+  /// A field; "out", beside the fields; or "@TEXT", behind that much of the long one's text, with _ for
+  /// spaces.
+  NSPoint place(const std::string& name) override {
+    if (name == "out") return {5, 80};
+    if (name[0] == '@') {
+      std::string before = name.substr(1);
+      std::replace(before.begin(), before.end(), '_', ' ');
+      return {12.3f + NSWidth(NSAttributedString(before, {}).boundingRect()), 48};
     }
+    return middleOf(name == "a" ? *a : *b);
   }
+  /// Code gives the first field a value, whatever it is for.
+  void set(unsigned, float value) override { a->setStringValue(std::to_string(std::lround(value))); }
+  /// What delegate and target were told.
+  Lines heard() override { return std::exchange(listener.log, {}); }
+
   std::string editing() const {
-    std::string list;
-    for (const auto& f : {a, b, c})
-      if (f->isEditing()) list += listener.names.at(f.get());
-    return list;
+    for (const auto& f : {a, b, c, d})
+      if (f->isEditing()) return listener.names.at(f.get());
+    return "";
   }
-  static float widthOf(const std::string& text) {
-    return NSWidth(NSAttributedString(text, {}).boundingRect());
+  /// With no field edited and the clipboard's text "cl".
+  void begin(NSTextField& field, const char* text) {
+    play("type <escape>");
+    field.setStringValue(text);
+    display.setClipboardText("cl");
   }
 
   std::string error;
   std::shared_ptr<NSBundle> bundle;  // with the fonts
   Listener listener;
-  std::shared_ptr<NSTextField> a, b, c;
+  std::shared_ptr<NSTextField> a, b, c, d;
 };
 
 }  // namespace
 
 TEST_F(TextField, EndsEditingAsTheKeysSay) {
   const struct {
-    const char* keys;
-    Lines log;
-    const char* text;
-    const char* editing;
+    const char *script, *heard, *text, *editing;
   } cases[] = {
-      {"<out>", {}, "1.00", ""},
-      {"<tab>", {}, "1.00", "b"},
-      {"12<bs><bs>1.00<out>", {}, "1.00", ""},  // typed, but not changed
-      {"<ret>", {"should a 1.00", "did a 1.00", "action a"}, "1.00", ""},
-      {"12<ret>", {"should a 12", "did a 12", "action a"}, "12", ""},
-      {"12<out>", {"should a 12", "did a 12"}, "12", ""},
-      {"12<tab>", {"should a 12", "did a 12"}, "12", "b"},
-      {"12<S-tab>", {"should a 12", "did a 12"}, "12", "c"},
-      {"12<tab><tab><tab>7", {"should a 12", "did a 12"}, "7", "a"},
-      {"12<tab><S-tab>7", {"should a 12", "did a 12"}, "7", "a"},
-      {"12<esc>", {}, "1.00", ""},
-      {"no<ret>", {"should a no"}, "no", "a"},
-      {"no<tab>", {"should a no"}, "no", "a"},
-      {"no<out>", {"should a no"}, "no", "a"},
-      {"no<ret><bs><bs>4<ret>", {"should a no", "should a 4", "did a 4", "action a"}, "4", ""},
-      {"no<esc>", {}, "1.00", ""},
-      {"5<ret>", {"should a 5", "did a 5.00", "action a"}, "5.00", ""},
-      {"7<=9.00>", {}, "7", "a"},
-      {"7<=9.00><esc>", {}, "9.00", ""},
-      {"<=9.00><out>", {}, "9.00", ""},
-      {"7<=9.00><ret>", {"should a 7", "did a 7", "action a"}, "7", ""},
+      {"click out", "", "1.00", ""},
+      {"type <tab>", "", "1.00", "b"},
+      {"type 12<backspace*2>1.00; click out", "", "1.00", ""},  // typed, but not changed
+      {"type <return>", "should a 1.00, did a 1.00, action a", "1.00", ""},
+      {"type 12<return>", "should a 12, did a 12, action a", "12", ""},
+      {"type 12<return>; click a", "should a 12, did a 12, action a", "12", "a"},
+      {"type 12; click out", "should a 12, did a 12", "12", ""},
+      {"type 12<tab>", "should a 12, did a 12", "12", "b"},
+      {"type 12<S-tab>", "should a 12, did a 12", "12", "d"},
+      {"type 12<tab><tab><tab><tab>7", "should a 12, did a 12", "7", "a"},
+      {"type 12<tab><S-tab>7", "should a 12, did a 12", "7", "a"},
+      {"type 12<escape>", "", "1.00", ""},
+      {"press a; drag 5 0; type <escape>; release", "", "1.00", ""},
+      {"type no<return>", "should a no", "no", "a"},
+      {"type no<tab>", "should a no", "no", "a"},
+      {"type no; click out", "should a no", "no", "a"},
+      {"type no<return><backspace*2>4<return>", "should a no, should a 4, did a 4, action a", "4", ""},
+      {"type no<escape>", "", "1.00", ""},
+      {"type 5<return>", "should a 5, did a 5.00, action a", "5.00", ""},
+      {"type 7; set 0 9", "", "7", "a"},
+      {"type 7; set 0 9; type <escape>", "", "9", ""},
+      {"set 0 9; click out", "", "9", ""},
+      {"type 7; set 0 9; type <return>", "should a 7, did a 7, action a", "7", ""},
   };
   for (const auto& row : cases) {
-    play("<esc>");
-    a->setStringValue("1.00");
-    pressAt(20, 18);
-    display.release();
+    begin(*a, "1.00");
+    play("click a");
     ASSERT_EQ(editing(), "a");
-    listener.log.clear();
-    play(row.keys);
-    EXPECT_EQ(listener.log, row.log) << row.keys;
-    EXPECT_EQ(a->stringValue(), row.text) << row.keys;
-    EXPECT_EQ(editing(), row.editing) << row.keys;
-    EXPECT_EQ(window->isTyping(), row.editing[0] != 0) << row.keys;
-    EXPECT_EQ(display.windows()[0]->isKeyboardWanted(), row.editing[0] != 0) << row.keys;
+    EXPECT_EQ(play(row.script), row.heard) << row.script;
+    EXPECT_EQ(a->stringValue(), row.text) << row.script;
+    EXPECT_EQ(editing(), row.editing) << row.script;
+    EXPECT_EQ(window->isTyping(), row.editing[0] != 0) << row.script;
+    EXPECT_EQ(display.windows()[0]->isKeyboardWanted(), row.editing[0] != 0) << row.script;
   }
 }
 
 TEST_F(TextField, EditsAsTheKeysSay) {
   const struct {
-    const char* keys;
-    const char* text;
-    const char* clipboard;
+    const char *keys, *text, *clipboard;
   } cases[] = {
       {"x", "x", "cl"},
       {"<left>x", "x1.00", "cl"},
       {"<right>x", "1.00x", "cl"},
-      {"<end><left><left>x", "1.x00", "cl"},
-      {"<home><right>x<del>y", "1xy00", "cl"},
+      {"<end><left*2>x", "1.x00", "cl"},
+      {"<home><right>x<delete>y", "1xy00", "cl"},
       {"<home><S-right><S-right>x", "x00", "cl"},
-      {"<end><S-home><bs>", "", "cl"},
-      {"<end><bs><bs>", "1.", "cl"},
-      {"<home><bs>x", "x1.00", "cl"},
-      {"<end><del>x", "1.00x", "cl"},
+      {"<end><S-home><backspace>", "", "cl"},
+      {"<end><backspace*2>", "1.", "cl"},
+      {"<home><backspace>x", "x1.00", "cl"},
+      {"<end><delete>x", "1.00x", "cl"},
       {"<C-c>", "1.00", "1.00"},
       {"<C-x>", "", "1.00"},
       {"<end><C-c>", "1.00", "cl"},  // nothing selected, nothing copied
@@ -171,94 +154,56 @@ TEST_F(TextField, EditsAsTheKeysSay) {
       {"<C-c><end><C-v>", "1.001.00", "1.00"},
       {"ab<C-a>c", "c", "cl"},
       {"ab<C-z>c", "abc", "cl"},
-      {"äöü<left><left><bs>x", "xöü", "cl"},
+      {"äöü<left*2><backspace>x", "xöü", "cl"},
       {"äö<S-left>z", "äz", "cl"},
-      {"é€<home><del>", "€", "cl"},
-      {"é€<home><right><bs>", "€", "cl"},
+      {"é€<home><delete>", "€", "cl"},
   };
   for (const auto& row : cases) {
-    play("<esc>");
-    a->setStringValue("1.00");
-    display.setClipboardText("cl");
-    pressAt(20, 18);
-    display.release();
-    play(row.keys);
+    begin(*a, "1.00");
+    play(std::string("click a; type ") + row.keys);
     EXPECT_EQ(a->stringValue(), row.text) << row.keys;
     EXPECT_EQ(display.clipboardText(), row.clipboard) << row.keys;
   }
   display.setClipboardText("1\n2\t3");  // one line stays one line
-  play("<C-a><C-v>");
+  play("type <C-a><C-v>");
   EXPECT_EQ(a->stringValue(), "123");
   EXPECT_EQ(a->floatValue(), 123);
-  play("<esc>");
 }
 
 TEST_F(TextField, TheMouseSelects) {
-  const auto text = std::make_shared<NSTextField>(NSMakeRect(10, 40, 180, 16));
-  root->addSubview(text);
-  const auto x = [](const char* before) { return 12 + widthOf(before) + 0.3f; };
-  const auto drag = [&](float from, float to) {
-    pressAt(from, 48);
-    display.moveBy(to - from, 0);
-    display.release();
+  const std::pair<const char*, const char*> cases[] = {
+      {"click @alpha", "X"},
+      {"press @alpha_; drag to @alpha_beta; release", "alpha X gamma"},
+      {"press @alpha_beta; drag to @alpha_; release", "alpha X gamma"},
+      {"press @alpha_; drag 500 0; release", "alpha X"},
+      {"click @a; click @alpha", "alphaX beta gamma"},
+      {"click @a; press @al; drag to @alph; release", "alXa beta gamma"},
+      {"click @a; click @al; click @alph shift", "alXa beta gamma"},
+      {"double @alpha_be", "alpha X gamma"},
   };
-  const auto click = [&](float place, int count = 1, unsigned modifiers = 0) {
-    pressAt(place, 48, count, modifiers);
-    display.release();
-  };
-  const std::pair<std::function<void()>, const char*> cases[] = {
-      {[&] { click(x("alpha")); }, "X"},
-      {[&] { drag(x("alpha "), x("alpha beta")); }, "alpha X gamma"},
-      {[&] { drag(x("alpha beta"), x("alpha ")); }, "alpha X gamma"},
-      {[&] { drag(x("alpha "), 500); }, "alpha X"},
-      {[&] { click(x("a")), click(x("alpha")); }, "alphaX beta gamma"},
-      {[&] { click(x("a")), drag(x("al"), x("alph")); }, "alXa beta gamma"},
-      {[&] { click(x("a")), click(x("al")), click(x("alph"), 1, NSShiftKeyMask); }, "alXa beta gamma"},
-      {[&] { click(x("alpha be")), click(x("alpha be"), 2); }, "alpha X gamma"},
-  };
-  for (const auto& [select, expected] : cases) {
-    play("<esc>");
-    text->setStringValue("alpha beta gamma");
-    select();
-    display.type("X");
-    EXPECT_EQ(text->stringValue(), expected);
+  for (const auto& [script, expected] : cases) {
+    begin(*d, "alpha beta gamma");
+    play(std::string(script) + "; type X");
+    EXPECT_EQ(d->stringValue(), expected) << script;
   }
 }
 
 TEST_F(TextField, LosingTheKeyboardOrItsPlaceEndsEditing) {
-  pressAt(20, 18);
-  display.release();
-  play("12");
+  play("click a; type 12");
   client().displayChangedKeyboard(false);
-  EXPECT_EQ(listener.log, (Lines{"should a 12", "did a 12"}));
+  EXPECT_EQ(heard(), (Lines{"should a 12", "did a 12"}));
   EXPECT_EQ(editing(), "");
-  pressAt(80, 18);
-  display.release();
-  play("34");
+  play("click b; type 34");
   b->removeFromSuperview();
-  EXPECT_EQ(listener.log.back(), "did b 34");
+  EXPECT_EQ(heard().back(), "did b 34");
   EXPECT_EQ(window->firstResponder(), nullptr);
-}
-
-TEST_F(TextField, EscapeInTheMiddleOfASelectingPressEndsEditing) {
-  pressAt(20, 18);
-  display.moveBy(5, 0);
-  play("<esc>");
-  EXPECT_EQ(editing(), "");
-  display.release();
-  EXPECT_TRUE(listener.log.empty());
 }
 
 TEST_F(TextField, TheInitialFirstResponderCanBeEditedAgainAfterReturn) {
   window->setInitialFirstResponder(a.get());
-  pressAt(20, 18);
-  display.release();
-  play("12<ret>");
+  play("click a; type 12<return>");
   EXPECT_EQ(editing(), "");
-  pressAt(20, 18);
-  display.release();
-  EXPECT_EQ(editing(), "a");
-  play("34<ret>");
+  play("click a; type 34<return>");
   EXPECT_EQ(a->stringValue(), "34");
 }
 
@@ -268,10 +213,6 @@ TEST_F(TextField, ThePressThatEndsEditingGoesToWhatIsThereAfterwards) {
     above->removeFromSuperview();
     above.reset();
   };
-  pressAt(20, 18);
-  display.release();
-  play("12");
-  taken();
-  play("<out>");
+  play("click a; type 12; click out");
   EXPECT_EQ(taken(), (Lines{"down root 5 80", "up root 5 80"}));
 }

@@ -5,36 +5,36 @@ namespace {
 
 class OverlayWindow : public NSWindow {
  public:
-  OverlayWindow(NSRect frame, Lines& log, const NSWindow& owner)
-      : NSWindow(frame, NSBorderlessWindowMask, NSBackingStoreBuffered, false), log_(log), owner_(owner) {
+  OverlayWindow(NSRect frame, Lines& seen, const NSWindow& owner)
+      : NSWindow(frame, NSBorderlessWindowMask, NSBackingStoreBuffered, false), seen_(seen), owner_(owner) {
     setOpaque(false);
     setBackgroundColor(NSColor::clearColor());
     setIgnoresMouseEvents(true);
   }
   void orderOut(NSObject* sender) override {
     if (isVisible())
-      log_.push_back(owner_.isVisible() ? "overlay out before its owner" : "overlay out too late");
+      seen_.push_back(owner_.isVisible() ? "overlay out before its owner" : "overlay out too late");
     NSWindow::orderOut(sender);
   }
 
  private:
-  Lines& log_;
+  Lines& seen_;
   const NSWindow& owner_;
 };
 
 class Delegate : public NSObject {
  public:
-  explicit Delegate(Lines& log) : log_(log) {}
+  explicit Delegate(Lines& seen) : seen_(seen) {}
   static const Class& record() {
     static const Class c = Class::of<Delegate>("Delegate", NSObject::record())
                                .answers<&Delegate::windowWillClose>("windowWillClose:");
     return c;
   }
   const Class& isa() const override { return record(); }
-  void windowWillClose(NSObject*) { log_.push_back("will close"); }
+  void windowWillClose(NSObject*) { seen_.push_back("will close"); }
 
  private:
-  Lines& log_;
+  Lines& seen_;
 };
 
 class Overlay : public ViewBench {
@@ -42,9 +42,9 @@ class Overlay : public ViewBench {
   Overlay() : view(add("a", NSMakeRect(10, 10, 180, 80))) {}
 
   /// Shown for the view, with a picture that is red but for its left half.
-  void show(NSRect frame) {
-    overlay = std::make_shared<OverlayWindow>(frame, log, *window);
-    picture = std::make_shared<LogView>("overlay", NSZeroRect, log);
+  void showOverlay(NSRect frame) {
+    overlay = std::make_shared<OverlayWindow>(frame, seen, *window);
+    picture = std::make_shared<LogView>("overlay", NSZeroRect, seen);
     picture->onDraw = [this] {
       colorOf(red)->set();
       NSBezierPath::fillRect(NSMakeRect(NSWidth(picture->bounds()) / 2, 0, 500, 500));
@@ -63,7 +63,7 @@ class Overlay : public ViewBench {
 }  // namespace
 
 TEST_F(Overlay, InsideItsOwnerIsDrawnIntoItsPicture) {
-  show(NSMakeRect(140, 120, 20, 20));
+  showOverlay(NSMakeRect(140, 120, 20, 20));
   EXPECT_EQ(display.windows().size(), 1u);
   EXPECT_TRUE(overlay->isVisible());
   EXPECT_EQ(shownAt(55, 30), red);
@@ -78,8 +78,7 @@ TEST_F(Overlay, InsideItsOwnerIsDrawnIntoItsPicture) {
   turn();
   EXPECT_EQ(shownAt(55, 30), red);
 
-  pressAt(55, 30);
-  display.release();
+  click({55, 30});
   taken();
   overlay->setFrame(NSMakeRect(240, 130, 40, 20));
   turn();
@@ -93,7 +92,7 @@ TEST_F(Overlay, InsideItsOwnerIsDrawnIntoItsPicture) {
 }
 
 TEST_F(Overlay, BeyondItsOwnerIsAWindowThatThePressGoesThrough) {
-  show(NSMakeRect(280, 120, 40, 20));
+  showOverlay(NSMakeRect(280, 120, 40, 20));
   ASSERT_EQ(display.windows().size(), 2u);
   EXPECT_TRUE(display.windows()[1]->isShown());
   EXPECT_TRUE(display.windows()[1]->ignoresMouse());
@@ -101,7 +100,7 @@ TEST_F(Overlay, BeyondItsOwnerIsAWindowThatThePressGoesThrough) {
   EXPECT_EQ(at(*overlay->snapshot(), 15, 10), nothing);
   EXPECT_EQ(shownAt(195, 30), white);
   taken();
-  pressAt(185, 30);
+  press({185, 30});
   display.key(NSKey::escape);  // keys are the owner's as well
   EXPECT_EQ(taken(), (Lines{"down a 185 30", "up a 185 30"}));
 
@@ -114,9 +113,9 @@ TEST_F(Overlay, BeyondItsOwnerIsAWindowThatThePressGoesThrough) {
 }
 
 TEST_F(Overlay, IsHiddenBeforeItsOwnerClosesAndMayOutliveIt) {
-  Delegate delegate(log);
+  Delegate delegate(seen);
   for (const float x : {120.0f, 280.0f}) {
-    show(NSMakeRect(x, 120, 40, 20));
+    showOverlay(NSMakeRect(x, 120, 40, 20));
     taken();
     window->setDelegate(&delegate);
     window->close();
