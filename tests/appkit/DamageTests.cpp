@@ -13,27 +13,40 @@ class DamageAtFractionalScale : public ViewBench {
 
 }  // namespace
 
-TEST_F(Damage, OnlyWhatWasMarkedIsDrawnOnceATurn) {
-  const auto view = add("a", NSMakeRect(20, 10, 40, 30));
+TEST_F(Damage, IsWhatWasMarkedOnceATurnAndSeen) {
+  const auto a = add("a", NSMakeRect(20, 10, 40, 30));
+  const auto inner = add("inner", NSMakeRect(30, 20, 10, 10), a.get());
+  const Lines all{"draw root 0 0 200 100", "draw a 0 0 40 30", "draw inner 0 0 10 10"};
   EXPECT_EQ(NSRunLoop::currentRunLoop().nextDue(), RunLoopObserver::never);
-  for (int again = 0; again < 3; ++again) view->setNeedsDisplayInRect(NSMakeRect(5, 5, 10, 10));
-  view->setNeedsDisplayInRect(NSMakeRect(8, 8, 4, 4));
-  EXPECT_EQ(NSRunLoop::currentRunLoop().nextDue(), 0);
-  EXPECT_EQ(drawn(), (Lines{"draw root 25 15 10 10", "draw a 5 5 10 10"}));
-  EXPECT_EQ(presented, (std::vector<NSRect>{NSMakeRect(25, 15, 10, 10)}));
-  EXPECT_EQ(drawn(), Lines{});
-
-  // Two ends of a window are not joined; touching rectangles are.
-  view->setNeedsDisplayInRect(NSMakeRect(0, 0, 4, 4));
-  root->setNeedsDisplayInRect(NSMakeRect(180, 80, 10, 10));
-  view->setNeedsDisplayInRect(NSMakeRect(0, 4, 4, 100));
-  EXPECT_EQ(drawn(), (Lines{"draw root 180 80 10 10", "draw root 20 10 4 30", "draw a 0 0 4 30"}));
-  EXPECT_EQ(presented.size(), 2u);
-
-  view->setFrame(NSMakeRect(100, 10, 40, 30));  // the old place and the new one
-  EXPECT_EQ(drawn(), (Lines{"draw root 20 10 40 30", "draw root 100 10 40 30", "draw a 0 0 40 30"}));
-  view->removeFromSuperview();
-  EXPECT_EQ(drawn(), (Lines{"draw root 100 10 40 30"}));
+  const std::pair<std::function<void()>, Lines> steps[] = {
+      {[&] {
+         for (int again = 0; again < 3; ++again) a->setNeedsDisplayInRect(NSMakeRect(5, 5, 10, 10));
+         a->setNeedsDisplayInRect(NSMakeRect(8, 8, 4, 4));
+         EXPECT_EQ(NSRunLoop::currentRunLoop().nextDue(), 0);
+       },
+       {"draw root 25 15 10 10", "draw a 5 5 10 10"}},
+      {[] {}, {}},
+      {[&] {  // two ends of a window are not joined; touching rectangles are
+         a->setNeedsDisplayInRect(NSMakeRect(0, 0, 4, 4));
+         root->setNeedsDisplayInRect(NSMakeRect(180, 80, 10, 10));
+         a->setNeedsDisplayInRect(NSMakeRect(0, 4, 4, 100));
+       },
+       {"draw root 180 80 10 10", "draw root 20 10 4 30", "draw a 0 0 4 30"}},
+      {[&] { a->setFrame(NSMakeRect(100, 10, 40, 30)); },  // the old place and the new one
+       {"draw root 20 10 40 30", "draw root 100 10 40 30", "draw a 0 0 40 30", "draw inner 0 0 10 10"}},
+      {[&] { a->setHidden(true); }, {"draw root 100 10 40 30"}},
+      {[&] { a->setNeedsDisplay(true), inner->setNeedsDisplay(true); }, {}},
+      {[&] { a->setHidden(false); }, {"draw root 100 10 40 30", "draw a 0 0 40 30", "draw inner 0 0 10 10"}},
+      {[&] { window->orderOut(nullptr), root->setNeedsDisplay(true); }, {}},
+      {[&] { window->orderFront(nullptr); }, all},
+      {[&] { client().displayChangedVisibility(false), root->setNeedsDisplay(true); }, {}},
+      {[&] { client().displayChangedVisibility(true); }, all},
+      {[&] { a->removeFromSuperview(); }, {"draw root 100 10 40 30"}},
+  };
+  for (const auto& [mark, expected] : steps) {
+    mark();
+    EXPECT_EQ(drawn(), expected);
+  }
 }
 
 TEST_F(Damage, MarkingInDrawRectCountsForTheNextTurn) {
@@ -42,28 +55,6 @@ TEST_F(Damage, MarkingInDrawRectCountsForTheNextTurn) {
   view->onDraw = [&] { view->setNeedsDisplay(marks-- > 0); };
   view->setNeedsDisplay(true);
   for (const size_t draws : {2u, 2u, 2u, 0u}) EXPECT_EQ(drawn().size(), draws);
-}
-
-TEST_F(Damage, WhatIsHiddenDrawsNothing) {
-  const auto view = add("a", NSMakeRect(20, 10, 40, 30));
-  const auto inner = add("inner", NSMakeRect(0, 0, 10, 10), view.get());
-  view->setHidden(true);
-  EXPECT_EQ(drawn(), Lines{"draw root 20 10 40 30"});
-  view->setNeedsDisplay(true);
-  inner->setNeedsDisplay(true);
-  EXPECT_EQ(drawn(), Lines{});
-  view->setHidden(false);
-  EXPECT_EQ(drawn().size(), 3u);
-
-  window->orderOut(nullptr);
-  root->setNeedsDisplay(true);
-  EXPECT_EQ(drawn(), Lines{});
-  EXPECT_EQ(window->snapshot(), nullptr);
-  window->orderFront(nullptr);
-  EXPECT_EQ(drawn().size(), 3u);
-  client().displayChangedVisibility(false);
-  root->setNeedsDisplay(true);
-  EXPECT_EQ(drawn(), Lines{});
 }
 
 TEST_F(Damage, AnOpaqueViewStopsTheDrawingOfWhatItCovers) {

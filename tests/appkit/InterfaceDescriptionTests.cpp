@@ -111,28 +111,6 @@ TEST_F(Description, MakesTheTreeThenConnectsThenAwakesParentsFirst) {
       <view class="TestKnob" outlet="knob" title="inner" hidden="yes" frame="5 6 20 20"/>
     </view>
     <view class="TestKnob" title="last" frame="-3 10 20 20"/>
-  </view>
-</interface>
-)"));
-  EXPECT_TRUE(log.all().empty());
-  EXPECT_EQ(awoken, (std::vector<std::string>{"panel, connected", "inner", "last"}));
-  const auto* panel = dynamic_cast<TestPanel*>(owner.freshView.get());
-  ASSERT_NE(panel, nullptr);
-  EXPECT_EQ(panel->frame(), NSMakeRect(0, 0, 100.5f, 80));
-  ASSERT_NE(panel->box, nullptr);
-  EXPECT_EQ(panel->box->title(), "Group & more");
-  ASSERT_EQ(panel->subviews().size(), 2u);
-  EXPECT_EQ(panel->knob->superview(), panel->box->contentView());
-  EXPECT_TRUE(panel->knob->isHidden());
-  EXPECT_FALSE(panel->subviews()[1]->isHidden());
-  EXPECT_EQ(panel->knob->convertPoint_toView({0, 0}, panel), (NSPoint{15, 26}));
-}
-
-TEST_F(Description, MakesMenusAndTheItemsOfPopUps) {
-  LogLines log;
-  ASSERT_TRUE(load(R"(<interface>
-  <view class="TestPanel" outlet="freshView" frame="0 0 100 80">
-    <view class="TestKnob" outlet="knob" title="k" frame="5 6 20 20"/>
     <view class="NSPopUpButton" outlet="popUp" pullsDown="yes" frame="1 2 83 16">
       <item title="interval"/>
       <item title="3/2 fifth"/>
@@ -142,8 +120,18 @@ TEST_F(Description, MakesMenusAndTheItemsOfPopUps) {
     <item title="rhythm"/>
     <item title=""/>
   </menu>
-</interface>)"));
+</interface>
+)"));
+  EXPECT_TRUE(log.all().empty());
+  EXPECT_EQ(awoken, (std::vector<std::string>{"panel, connected", "inner", "last"}));
   const auto& panel = dynamic_cast<TestPanel&>(*owner.freshView);
+  EXPECT_EQ(panel.frame(), NSMakeRect(0, 0, 100.5f, 80));
+  EXPECT_EQ(panel.box->title(), "Group & more");
+  EXPECT_EQ(panel.knob->superview(), panel.box->contentView());
+  EXPECT_TRUE(panel.knob->isHidden());
+  EXPECT_FALSE(panel.subviews().at(1)->isHidden());
+  EXPECT_EQ(panel.knob->convertPoint_toView({0, 0}, &panel), (NSPoint{15, 26}));
+
   EXPECT_TRUE(panel.popUp->pullsDown());
   ASSERT_EQ(panel.popUp->numberOfItems(), 2);
   EXPECT_EQ(panel.popUp->itemAtIndex(1)->title(), "3/2 fifth");
@@ -164,61 +152,48 @@ TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
   const auto popUp = [&](const std::string& inside) {
     return panel(knob + "<view class='NSPopUpButton' frame='0 0 83 16'>\n" + inside + "</view>");
   };
-  const auto menu = [&](const std::string& inside, const std::string& outlet) {
-    const std::string text = panel(knob);
-    return text.substr(0, text.rfind('<')) + "<menu outlet='" + outlet + "'>" + inside +
-           "</menu></interface>";
+  const auto menu = [](const std::string& inside, const std::string& outlet) {
+    return "<interface>\n<menu outlet='" + outlet + "'>" + inside + "</menu></interface>";
   };
-  const struct {
-    std::string text;
-    int line;
-    std::vector<std::string> words;
-  } cases[] = {
-      {panel("<view class='NoView' frame='0 0 9 9'/>"), 3, {"\"NoView\"", "view class"}},
-      {panel("<view class='TestOwner' frame='0 0 9 9'/>"), 3, {"\"TestOwner\"", "class of views"}},
-      {panel(knob + "\n<view class='TestKnob' outlet='nob' frame='0 0 9 9'/>"),
-       4,
-       {"\"nob\" of TestPanel", "knob"}},
-      {"<interface>\n\n<view class='NSView' outlet='stale' frame='0 0 9 9'/></interface>",
-       3,
-       {"\"stale\" of TestOwner", "freshView"}},
-      {knobWith("frame='0 0 9 9' titel='x'"), 3, {"\"titel\" of TestKnob", "title", "hidden"}},
-      {knobWith("frame='0 0 9 9' hidden='true'"), 3, {"hidden=\"true\"", "\"yes\" or \"no\""}},
-      {knobWith("frame='0 0 9'"), 3, {"frame \"0 0 9\"", "x y width height"}},
-      {knobWith("frame='0 0 9 0'"), 3, {"frame", "positive"}},
-      {knobWith("frame='0 0 9pt 9'"), 3, {"frame \"0 0 9pt 9\""}},
-      {panel(""), 2, {"\"knob\" of TestPanel is not connected"}},
-      {panel(knob + "\n" + knob), 4, {"\"knob\" is connected twice"}},
-      {panel("<view class='NSView' outlet='knob' frame='0 0 9 9'/>"),
-       3,
-       {"\"knob\" of TestPanel", "class NSView"}},
-      {"<interface>\n<view class='NSView' outlet='freshView' frame='0 0 9 9'/>\n"
-       "<view class='NSView' outlet='panel' frame='0 0 9 9'/>\n</interface>",
-       3,
-       {"\"panel\" of TestOwner", "class NSView"}},
-      {panel(knob + "\n<veiw class='NSView' frame='0 0 9 9'/>"), 4, {"<veiw>", "<view>"}},
-      {panel(knob + "\nstray text"), 3, {"<view>"}},
-      {popUp("<item titel='x'/>"), 4, {"<item>", "title"}},
-      {popUp("<item title='x'>y</item>"), 4, {"in an <item>", "nothing"}},
-      {menu("<view class='NSView' frame='0 0 9 9'/>", "menu"), 5, {"<view>", "<item>"}},
-      {menu("", "manu"), 5, {"\"manu\" of TestPanel", "menu"}},
-      {menu("", "box"), 5, {"\"box\" of TestPanel", "class NSMenu"}},
-      {"\n<interfaces/>", 2, {"<interfaces>", "<interface>"}},
-      {"<interface>\n\n</view>\n</interface>", 3, {"expected XML"}},
-      {"", 1, {"expected XML"}},
+  const std::string view = "<view class='NSView' frame='0 0 9 9' ";
+  const std::string frame = "expected \"x y width height\" with a positive size, no number beyond 4096";
+  const std::pair<std::string, std::string> cases[] = {
+      {panel("<view class='NoView' frame='0 0 9 9'/>"),
+       "3: class \"NoView\", expected the name of a view class"},
+      {panel("<view class='TestOwner' frame='0 0 9 9'/>"),
+       "3: class \"TestOwner\", expected a class of views"},
+      {panel(knob + "\n" + view + "outlet='nob'/>"),
+       "4: outlet \"nob\" of TestPanel, expected one of: knob box popUp menu"},
+      {"<interface>\n\n" + view + "outlet='stale'/></interface>",
+       "3: outlet \"stale\" of TestOwner, expected one of: freshView panel"},
+      {knobWith("frame='0 0 9 9' titel='x'"),
+       "3: attribute \"titel\" of TestKnob, expected one of: class frame outlet hidden title"},
+      {knobWith("frame='0 0 9 9' hidden='true'"), "3: hidden=\"true\", expected \"yes\" or \"no\""},
+      {knobWith("frame='0 0 9'"), "3: frame \"0 0 9\", " + frame},
+      {knobWith("frame='0 0 9 0'"), "3: frame \"0 0 9 0\", " + frame},
+      {knobWith("frame='0 0 9pt 9'"), "3: frame \"0 0 9pt 9\", " + frame},
+      {panel(""), "2: outlet \"knob\" of TestPanel is not connected, expected a view with outlet=\"knob\""},
+      {panel(knob + "\n" + knob), "4: outlet \"knob\" is connected twice, expected once"},
+      {panel(view + "outlet='knob'/>"),
+       "3: outlet \"knob\" of TestPanel does not take an object of class NSView"},
+      {"<interface>\n" + view + "outlet='freshView'/>\n" + view + "outlet='panel'/>\n</interface>",
+       "3: outlet \"panel\" of TestOwner does not take an object of class NSView"},
+      {panel(knob + "\n<veiw/>"), "4: <veiw>, expected <view>"},
+      {panel(knob + "\nstray text"), "3: <>, expected <view>"},
+      {popUp("<item titel='x'/>"), "4: <item>, expected one attribute: title"},
+      {popUp("<item title='x'>y</item>"), "4: something in an <item>, expected nothing"},
+      {menu(view + "/>", "menu"), "2: <view>, expected <item>"},
+      {menu("", "manu"), "2: outlet \"manu\" of TestOwner, expected one of: freshView panel"},
+      {menu("", "panel"), "2: outlet \"panel\" of TestOwner does not take an object of class NSMenu"},
+      {"\n<interfaces/>", "2: <interfaces>, expected <interface>"},
+      {"<interface>\n\n</view>\n</interface>", "3: Start-end tags mismatch, expected XML"},
+      {"", "1: No document element found, expected XML"},
   };
-  for (const auto& row : cases) {
+  for (const auto& [text, message] : cases) {
     LogLines log;
-    EXPECT_FALSE(load(row.text)) << row.text;
-    ASSERT_EQ(log.all().size(), 1u) << row.text;
-    const std::string line = log.all()[0];
-    const std::string where = scratch.file("Resources/test.xml") + ":" + std::to_string(row.line) + ": ";
-    EXPECT_EQ(line.substr(0, where.size()), where) << row.text;
-    for (const auto& word : row.words) EXPECT_NE(line.find(word, where.size()), std::string::npos) << line;
-    EXPECT_EQ(owner.freshView, nullptr) << row.text;
-    EXPECT_EQ(owner.panel, nullptr) << row.text;
-    EXPECT_TRUE(awoken.empty()) << row.text;
-    EXPECT_EQ(alive, 0) << row.text;
+    EXPECT_FALSE(load(text)) << text;
+    EXPECT_EQ(log.all(), std::vector<std::string>{scratch.file("Resources/test.xml") + ":" + message});
+    EXPECT_TRUE(!owner.freshView && !owner.panel && awoken.empty() && alive == 0) << text;
   }
   LogLines log;
   EXPECT_FALSE(loadNibNamed_owner("absent", owner));
