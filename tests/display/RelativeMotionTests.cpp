@@ -2,101 +2,68 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <vector>
 
 namespace {
 
-struct Step {
-  enum Kind { raw, moved, taken } kind;
-  double x = 0;
-  double y = 0;
-};
+const std::vector<PixelRect> twoMonitors{{0, 0, 100, 100}, {100, 50, 100, 100}};
 
 struct Case {
   const char* name;
   bool unbounded;
-  int x, y;  // the place of the press
-  std::vector<Step> steps;
+  int x, y;           // the place of the press
+  std::string steps;  // raw motion, a new place of the pointer, or the motion so far is taken
   double sumX, sumY;
 };
 
-const std::vector<PixelRect> twoMonitors{{0, 0, 100, 100}, {100, 50, 100, 100}};
-const std::vector<Step> agreed{{Step::raw, 4, 1}, {Step::moved, 54, 51}, {Step::taken}};
-
-std::vector<Step> after(std::vector<Step> first, const std::vector<Step>& then) {
-  first.insert(first.end(), then.begin(), then.end());
-  return first;
+RelativeMotion::Delta motionOf(const Case& c) {
+  RelativeMotion motion;
+  motion.setScreens(twoMonitors);
+  motion.setUnbounded(c.unbounded);
+  motion.place(c.x, c.y);
+  RelativeMotion::Delta sum;
+  const auto take = [&] {
+    const auto delta = motion.take();
+    sum.x += delta.x;
+    sum.y += delta.y;
+  };
+  std::istringstream steps(c.steps);
+  for (std::string step; steps >> step;) {
+    int x = 0, y = 0;
+    if (step == "take")
+      take();
+    else if (steps >> x >> y && step == "raw")
+      motion.raw(x, y);
+    else
+      motion.moved(x, y);
+  }
+  take();
+  return sum;
 }
 
 }  // namespace
 
 TEST(RelativeMotion, AddsUpToThePointersMotion) {
-  const std::vector<Case> cases{
-      {"places alone", false, 50, 50, {{Step::moved, 60, 40}, {Step::moved, 55, 45}}, 5, -5},
-      {"raw motion counts for nothing on the way", true, 50, 50,
-       after(agreed, {{Step::raw, 5, 0}, {Step::taken}, {Step::moved, 59, 51}}), 9, 1},
-      {"beyond the left edge", true, 50, 50,
-       after(agreed, {{Step::raw, -60, 3}, {Step::moved, 0, 54}, {Step::raw, -20, 2}, {Step::moved, 0, 56}}),
-       -76, 6},
+  const std::string agreed = "raw 4 1 to 54 51 take ";
+  const Case cases[] = {
+      {"places alone", false, 50, 50, "to 60 40 to 55 45", 5, -5},
+      {"raw motion counts for nothing on the way", true, 50, 50, agreed + "raw 5 0 take to 59 51", 9, 1},
+      {"beyond the left edge", true, 50, 50, agreed + "raw -60 3 to 0 54 raw -20 2 to 0 56", -76, 6},
       {"beyond the edge without a place", true, 50, 50,
-       after(agreed, {{Step::raw, 0, -51},
-                      {Step::moved, 54, 0},
-                      {Step::raw, 0, -9},
-                      {Step::taken},
-                      {Step::raw, 0, -9},
-                      {Step::taken}}),
-       4, -68},
+       agreed + "raw 0 -51 to 54 0 raw 0 -9 take raw 0 -9 take", 4, -68},
       {"coming back from the edge is not counted twice", true, 50, 50,
-       after(agreed, {{Step::raw, -54, 0},
-                      {Step::moved, 0, 51},
-                      {Step::raw, 7, 0},
-                      {Step::taken},
-                      {Step::moved, 7, 51}}),
-       -43, 1},
-      {"a visible pointer stops at the edge", false, 50, 50,
-       after(agreed, {{Step::raw, -60, 0}, {Step::moved, 0, 51}}), -50, 1},
-      {"absolute numbers of a nested server are not believed",
-       true,
-       50,
-       20,
-       {{Step::raw, 500, 400}, {Step::moved, 52, 21}, {Step::raw, 900, 400}, {Step::moved, 99, 21}},
-       49,
-       1},
-      {"a jump without device motion", true, 50, 50, after(agreed, {{Step::moved, 0, 90}}), -50, 40},
-      {"the seam between two monitors is no edge",
-       true,
-       50,
-       60,
-       {{Step::raw, 4, 0}, {Step::moved, 54, 60}, {Step::raw, 80, 0}, {Step::moved, 99, 60}},
-       49,
-       0},
-      {"beside the seam there is an edge",
-       true,
-       50,
-       20,
-       {{Step::raw, 4, 0}, {Step::moved, 54, 20}, {Step::raw, 80, 0}, {Step::moved, 99, 20}},
-       84,
-       0},
+       agreed + "raw -54 0 to 0 51 raw 7 0 take to 7 51", -43, 1},
+      {"a visible pointer stops at the edge", false, 50, 50, agreed + "raw -60 0 to 0 51", -50, 1},
+      {"absolute numbers of a nested server are not believed", true, 50, 20,
+       "raw 500 400 to 52 21 raw 900 400 to 99 21", 49, 1},
+      {"a jump without device motion", true, 50, 50, agreed + "to 0 90", -50, 40},
+      {"the seam between two monitors is no edge", true, 50, 60, "raw 4 0 to 54 60 raw 80 0 to 99 60", 49, 0},
+      {"beside the seam there is an edge", true, 50, 20, "raw 4 0 to 54 20 raw 80 0 to 99 20", 84, 0},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    RelativeMotion motion;
-    motion.setScreens(twoMonitors);
-    motion.setUnbounded(c.unbounded);
-    motion.place(c.x, c.y);
-    RelativeMotion::Delta sum;
-    const auto take = [&] {
-      const auto delta = motion.take();
-      sum.x += delta.x;
-      sum.y += delta.y;
-    };
-    for (const Step& step : c.steps) {
-      if (step.kind == Step::raw) motion.raw(step.x, step.y);
-      if (step.kind == Step::moved) motion.moved(static_cast<int>(step.x), static_cast<int>(step.y));
-      if (step.kind == Step::taken) take();
-    }
-    take();
-    EXPECT_DOUBLE_EQ(sum.x, c.sumX);
-    EXPECT_DOUBLE_EQ(sum.y, c.sumY);
+    const auto [x, y] = motionOf(c);
+    EXPECT_DOUBLE_EQ(x, c.sumX) << c.name;
+    EXPECT_DOUBLE_EQ(y, c.sumY) << c.name;
   }
 }

@@ -1,58 +1,60 @@
 #include <span>
 
 #include "Bitmap.h"
-#include "X11Fixture.h"
+#include "X11Test.h"
 
-using Log = Recorder::Log;
-
-class X11Embedding : public X11Test {};
-
-TEST_F(X11Embedding, KeysStayWithTheHostUntilTheyAreWanted) {
-  Recorder client;
-  const Window host = user->makeWindow(100, 100, 300, 200);
-  XSetInputFocus(user->x(), host, RevertToParent, CurrentTime);
-  const auto window = embed(client, host);
-  const auto hostGotKeys = [&] {
+class X11Embedding : public X11Test {
+ protected:
+  bool hostGotKeys() {
     XEvent event;
     bool any = false;
-    while (XCheckTypedEvent(user->x(), KeyPress, &event)) any = true;
+    while (XCheckTypedEvent(user.x(), KeyPress, &event)) any = true;
     return any;
-  };
-  user->warpTo(150, 130);
+  }
+  Window focus() {
+    Window focus = None;
+    int revert = 0;
+    XGetInputFocus(user.x(), &focus, &revert);
+    return focus;
+  }
+
+  Window host = user.makeWindow(100, 100, 300, 200);
+  Recorder client;
+};
+
+TEST_F(X11Embedding, KeysStayWithTheHostUntilTheyAreWanted) {
+  XSetInputFocus(user.x(), host, RevertToParent, CurrentTime);
+  const auto window = embed(client, host);
+  user.warpTo(150, 130);
   for (const bool wanted : {false, true, false}) {
     SCOPED_TRACE(wanted);
     window->setKeyboardWanted(wanted);
-    user->type(XK_space);
+    user.type(XK_a);
     settle();
-    EXPECT_EQ(client.takeInput(), wanted ? Log{"key  "} : Log{});
+    EXPECT_EQ(client.takeInput(), wanted ? "key:a" : "");
     EXPECT_EQ(hostGotKeys(), !wanted);
   }
-  EXPECT_EQ(client.takeWindow(), (Log{"shown", "keys", "no keys"}));
-  Window focus = None;
-  int revert = 0;
-  XGetInputFocus(user->x(), &focus, &revert);
-  EXPECT_EQ(focus, host);
+  EXPECT_EQ(client.takeWindow(), "shown keys no-keys");
+  EXPECT_EQ(focus(), host);
 }
 
 TEST_F(X11Embedding, AnEmbeddedWindowFollowsItsHost) {
-  Recorder client;
-  const Window host = user->makeWindow(100, 100, 300, 200);
   const auto window = embed(client, host);
-  EXPECT_EQ(client.frame, NSMakeRect(100, screenHeight - 200, 200, 100));
-  XMoveWindow(user->x(), host, 150, 110);
+  EXPECT_EQ(client.frame, place);
+  XMoveWindow(user.x(), host, 150, 110);
   settle();
-  EXPECT_EQ(client.frame, NSMakeRect(150, screenHeight - 210, 200, 100));
+  EXPECT_EQ(client.frame, NSOffsetRect(place, 50, -10));
   window->setFrame(NSMakeRect(0, 0, 250, 120));
-  XUnmapWindow(user->x(), host);
+  XUnmapWindow(user.x(), host);
   settle();
-  EXPECT_EQ(client.takeWindow(), (Log{"shown", "hidden"}));
+  EXPECT_EQ(client.takeWindow(), "shown hidden");
 
-  XDestroyWindow(user->x(), host);
-  XSync(user->x(), False);
+  XDestroyWindow(user.x(), host);
+  user.sync();
   const Bitmap picture({250, 120}, 1);
   const NSRect all = NSMakeRect(0, 0, 250, 120);
   window->present(picture, std::span(&all, 1));
   window->setKeyboardWanted(true);
   settle();
-  EXPECT_EQ(client.takeWindow(), (Log{"closed"}));
+  EXPECT_EQ(client.takeWindow(), "closed");
 }

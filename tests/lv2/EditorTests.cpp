@@ -15,7 +15,7 @@ extern "C" size_t __sanitizer_get_current_allocated_bytes();
 
 #include "HostedEditor.h"
 #include "LoadedPlugin.h"
-#include "X11Fixture.h"
+#include "X11User.h"
 
 namespace {
 
@@ -42,17 +42,6 @@ size_t entriesIn(const char* folder) {
 
 class PluginEditors : public testing::Test {
  protected:
-  void SetUp() override {
-    ASSERT_FALSE(XServer::instance().name().empty()) << "no X server: the Debian package xvfb is needed";
-    setenv("DISPLAY", XServer::instance().name().c_str(), 1);
-    user = std::make_unique<X11User>();
-    parent = user->makeWindow(corner, corner, 1128, 522);
-  }
-  void TearDown() override {
-    editor.reset();
-    user.reset();
-  }
-
   void open(const std::string& code, float scale = 1) {
     editor = std::make_unique<HostedEditor>(object, code, parent, scale);
     ASSERT_TRUE(editor->isOpen()) << code;
@@ -60,37 +49,37 @@ class PluginEditors : public testing::Test {
   }
   /// Lets all that was done arrive.
   bool idle(double seconds) {
-    XSync(user->x(), False);
+    user.sync();
     return editor->idle(seconds);
   }
   void pointAt(int x, int y) {
-    user->warpTo(corner + x, corner + y);
+    user.warpTo(corner + x, corner + y);
     idle(0.05);
   }
   void press(int x, int y) {
     pointAt(x, y);
-    user->press();
+    user.press();
     idle(0.05);
   }
   void drag(int dx, int dy) {
     for (int i = 0; i < 4; ++i) {
-      user->moveBy(dx / 4, dy / 4);
+      user.moveBy(dx / 4, dy / 4);
       idle(0.04);
     }
   }
   void release() {
-    user->release();
+    user.release();
     idle(0.1);
   }
   void type(KeySym key) {
-    user->type(key);
+    user.type(key);
     idle(0.1);
   }
-  unsigned long colorAt(int x, int y) const { return user->colorAt(corner + x, corner + y); }
+  unsigned long colorAt(int x, int y) const { return user.colorAt(corner + x, corner + y); }
 
   EditorObject object;
-  std::unique_ptr<X11User> user;
-  Window parent = None;
+  X11User user;
+  Window parent = user.makeWindow(corner, corner, 1128, 522);
   std::unique_ptr<HostedEditor> editor;
 };
 
@@ -114,7 +103,7 @@ TEST_F(PluginEditors, WhatTheUserDoesIsTouchedWrittenAndLetGo) {
   EXPECT_EQ(editor->takeLog(), (Log{"in_to_out_delay", "-in_to_out_delay"}));
 
   const Log once{"+in_to_out_delay", "in_to_out_delay", "-in_to_out_delay"};
-  user->click(5);
+  user.click(5);
   idle(0.1);
   EXPECT_EQ(editor->takeLog(), once) << "a step of the wheel";
   press(210, 100);
@@ -174,19 +163,19 @@ TEST_F(PluginEditors, FollowTheHostAndSayNothing) {
   open("mrev", 2);
   EXPECT_EQ(editor->width(), 1616);
   editor->set("render_quality", 0);
-  XMoveWindow(user->x(), parent, 70, 20);
+  XMoveWindow(user.x(), parent, 70, 20);
   idle(0.2);
   EXPECT_EQ(editor->takeLog(), Log{});
 }
 
 TEST_F(PluginEditors, KeysBelongToTheHostUnlessTextIsEdited) {
   open("sdly");
-  XSelectInput(user->x(), parent, KeyPressMask);
-  XSetInputFocus(user->x(), parent, RevertToParent, CurrentTime);
+  XSelectInput(user.x(), parent, KeyPressMask);
+  XSetInputFocus(user.x(), parent, RevertToParent, CurrentTime);
   const auto hostGetsSpace = [this] {
     type(XK_space);
     XEvent event;
-    return XCheckTypedEvent(user->x(), KeyPress, &event) != 0;
+    return XCheckTypedEvent(user.x(), KeyPress, &event) != 0;
   };
   press(210, 66);
   release();
@@ -203,7 +192,7 @@ TEST_F(PluginEditors, EndInAnyOrder) {
   std::vector<std::unique_ptr<HostedEditor>> open;
   for (int twice = 0; twice < 2; ++twice)
     for (const std::string& code : codes) {
-      const Window window = user->makeWindow(corner, corner, 1128, 522);
+      const Window window = user.makeWindow(corner, corner, 1128, 522);
       open.push_back(std::make_unique<HostedEditor>(object, code, window, twice == 0 ? 1.0f : 1.5f));
       ASSERT_TRUE(open.back()->isOpen()) << code;
     }
@@ -226,29 +215,29 @@ TEST_F(PluginEditors, EndInTheMiddleOfADragAndAfterTheirWindow) {
   drag(0, -20);
   editor->close();
   EXPECT_EQ(editor->takeLog(), (Log{"+in_to_out_delay", "in_to_out_delay", "-in_to_out_delay"}));
-  user->release();
+  user.release();
 
   for (const bool inADrag : {false, true}) {
-    parent = user->makeWindow(corner, corner, 420, 158);
+    parent = user.makeWindow(corner, corner, 420, 158);
     open("sdly");
     if (inADrag) {
       press(210, 66);
       drag(0, -20);
     }
-    XDestroyWindow(user->x(), parent);
-    XSync(user->x(), False);
+    XDestroyWindow(user.x(), parent);
+    user.sync();
     EXPECT_FALSE(idle(0.1)) << "the editor says that it is gone";
     editor->set("in_to_out_delay", 5);
     editor->close();
     const Log log = editor->takeLog();
     EXPECT_EQ(std::count(log.begin(), log.end(), "+in_to_out_delay"),
               std::count(log.begin(), log.end(), "-in_to_out_delay"));
-    user->release();
+    user.release();
   }
-  parent = user->makeWindow(corner, corner, 420, 158);
+  parent = user.makeWindow(corner, corner, 420, 158);
   open("sdly");
-  XDestroyWindow(user->x(), parent);
-  XSync(user->x(), False);  // and no idle any more
+  XDestroyWindow(user.x(), parent);
+  user.sync();  // and no idle any more
 }
 
 TEST_F(PluginEditors, AreLoadedAndUnloadedFiftyTimes) {
@@ -274,24 +263,24 @@ TEST_P(EditorCycles, TwoHundredLeaveNothingBehind) {
   unsigned resources = 0;
   for (int i = 0; i < 200; ++i) {
     editor = std::make_unique<HostedEditor>(object, GetParam().code, parent);
-    user->warpTo(corner + GetParam().x, corner + GetParam().y);
-    user->press();
+    user.warpTo(corner + GetParam().x, corner + GetParam().y);
+    user.press();
     idle(0);
-    user->moveBy(0, i % 4 < 2 ? -5 : 5);
+    user.moveBy(0, i % 4 < 2 ? -5 : 5);
     idle(0);
-    user->release();
+    user.release();
     if (i % 2) idle(0);  // else it closes in the middle of the gesture
     editor->close();
     if (i != 19) continue;
     bytes = bytesInUse();
     descriptors = entriesIn("/proc/self/fd");
     threads = entriesIn("/proc/self/task");
-    resources = user->resources();
+    resources = user.resources();
   }
   EXPECT_LT(bytesInUse(), bytes + (2 << 20));
   EXPECT_EQ(entriesIn("/proc/self/fd"), descriptors);
   EXPECT_EQ(entriesIn("/proc/self/task"), threads);
-  EXPECT_EQ(user->resources(), resources);
+  EXPECT_EQ(user.resources(), resources);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EditorCycles,

@@ -15,6 +15,7 @@ class ChildProcess {
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
 
+  pid_t id() const { return process_; }
   void write(const std::string& text);
   void closeInput();
   /// All output (standard output and error apart) until now, waiting at most `seconds` for `text` to be in
