@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
 
 #include "EffectBench.h"
@@ -11,6 +13,72 @@ namespace {
 
 const std::set<std::string> worksFrom500Hz = {"bpas", "filt", "hpas", "hshf", "lpas",
                                               "lshf", "mrev", "pmeq", "Qmrv"};
+
+constexpr AudioUnitParameterID renderQuality = ~0u;
+
+/// Settings in which a tone of 100 Hz at -12 dBFS is touched by many parameters.
+struct AtWork {
+  std::string code;
+  std::vector<std::pair<AudioUnitParameterID, double>> values;
+  /// What is less than a parameter's whole range.
+  std::map<AudioUnitParameterID, std::pair<double, double>> ranges = {};
+  /// After these the effect sounds otherwise than from the start: for longer than is waited here, or for
+  /// ever.
+  std::set<AudioUnitParameterID> lasting = {};
+};
+const AtWork settings[] = {
+    {"bpas", {{0, 100}, {1, 2400}}},
+    {"dcmp", {}, {{6, {-20, 20}}}},
+    {"dcmp", {{0, 0}, {3, 0}}, {{6, {-20, 20}}}, {5}},
+    {"dely", {{1, 0.0123}}, {{1, {0.0001, 0.0123}}, {2, {-80, 80}}}},
+    {"filt", {{1, 100}, {2, 6}, {3, 100}, {4, 6}, {6, 100}, {7, 6}, {9, 100}, {10, 6}, {13, 1000}, {14, 6}}},
+    {"hpas", {{0, 100}}},
+    {"hshf", {{0, 10}, {1, 6}}},
+    {"lmtr", {{2, 20}}, {{2, {-20, 20}}}},
+    {"lpas", {{0, 100}}},
+    {"lshf", {{0, 100}, {1, 6}}, {{1, {-40, 20}}}},
+    {"mcmp", {}, {{0, {-20, 0}}, {1, {-20, 20}}}},
+    {"mcmp", {{2, 20}, {3, 20}, {4, 20}}, {{0, {-20, 0}}, {1, {-20, 20}}}},
+    {"mrev", {{0, 50}, {3, 0.03}}, {{renderQuality, {0, 127}}}, {3, 12}},
+    {"pmeq", {{0, 100}, {2, 6}}},
+    {"Qmrv", {{0, 50}, {3, 0.03}}, {}, {3, 12}},
+    {"sdly", {}, {{0, {0, 220}}}},  // 220 frames later the tone stands against itself
+    {"tmpt", {{1, 300}}, {}, {1, 3}},
+};
+
+void setOne(EffectBench& bench, AudioUnitParameterID id, double value) {
+  if (id == renderQuality)
+    bench.setQuality(static_cast<UInt32>(value));
+  else
+    bench.set(id, value);
+}
+
+float peak(const std::vector<float>& samples, size_t from, size_t to) {
+  float highest = 0;
+  for (size_t i = from; i < to; ++i) highest = std::max(highest, std::fabs(samples[i]));
+  return highest;
+}
+
+/// A parameter is changed while a tone sounds: no click, no thump, and then it is as if it had been so
+/// always.
+void expectSmoothChange(const AtWork& setting, AudioUnitParameterID id, double from, double to) {
+  constexpr size_t crest = 22160, end = 3 * 44100;  // frames; on a crest a step of the gain is largest
+  constexpr size_t period = 441;
+  EffectBench bench(setting.code);
+  for (const auto& [other, value] : setting.values) bench.set(other, value);
+  setOne(bench, id, from);
+  bench.reset();
+  const auto tone = sine(100, -12, end);
+  const auto output = bench.renderAround(tone, crest, [&] { setOne(bench, id, to); })[1];
+  bench.reset();
+  const auto wanted = bench.render(tone)[1];
+  const double level =
+      std::max({0.25f, peak(output, crest - period, crest), peak(wanted, end - period, end)});
+  EXPECT_LT(largestBend(output, crest - 100), 0.015 * level);
+  EXPECT_LT(peak(output, crest, end), 2.5 * level);
+  if (setting.lasting.contains(id)) return;
+  for (size_t i = end - period; i < end; ++i) ASSERT_NEAR(output[i], wanted[i], 0.001 * level) << i;
+}
 
 class EveryEffect : public testing::TestWithParam<std::string> {};
 INSTANTIATE_TEST_SUITE_P(Registered, EveryEffect, testing::ValuesIn(effectCodes()));
@@ -57,6 +125,22 @@ TEST_P(EveryEffect, FallsSilentWithinItsLatencyAndTail) {
   auto input = noise(2, 10000, 0.5f);
   const auto silent = static_cast<size_t>(10001 + (bench.latency() + bench.tailTime()) * 44100);
   for (auto& channel : input) channel.resize(silent + 5000);
-  for (const auto& channel : bench.render(input, 512))
-    for (size_t i = silent; i < channel.size(); ++i) ASSERT_LT(std::fabs(channel[i]), 0.0005f) << i;
+  for (const auto& channel : bench.render(input)) EXPECT_LT(peak(channel, silent, channel.size()), 0.0005f);
+}
+
+TEST_P(EveryEffect, ChangesWithoutAClickAndBecomesWhatItWasTold) {
+  const auto parameters = EffectBench(GetParam()).writableParameters();
+  bool isTried = false;
+  for (const AtWork& setting : settings) {
+    if (setting.code != GetParam()) continue;
+    isTried = true;
+    auto ranges = setting.ranges;
+    for (const EffectParameter& p : parameters) ranges.try_emplace(p.id, p.minValue, p.maxValue);
+    for (const auto& [id, range] : ranges) {
+      SCOPED_TRACE(id);
+      expectSmoothChange(setting, id, range.first, range.second);
+      expectSmoothChange(setting, id, range.second, range.first);
+    }
+  }
+  EXPECT_TRUE(isTried) << "a setting is missing";
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
 #include <numbers>
 #include <random>
 #include <stdexcept>
@@ -179,6 +180,13 @@ EffectBench::Samples impulse(UInt32 channels, size_t frames) {
   EffectBench::Samples samples(channels, std::vector<float>(frames));
   for (auto& channel : samples) channel[0] = 1;
   return samples;
+}
+
+double magnitude(std::span<const float> response, double frequency, double rate) {
+  std::complex<double> sum;
+  const auto turn = std::polar(1.0, -2 * std::numbers::pi * frequency / rate);
+  for (size_t i = response.size(); i-- > 0;) sum = sum * turn + double{response[i]};
+  return std::abs(sum);
 }
 
 double largestBend(std::span<const float> samples, size_t from) {

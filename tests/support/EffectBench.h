@@ -75,6 +75,8 @@ EffectBench::Samples noise(UInt32 channels, size_t frames, float level);
 EffectBench::Samples sine(double frequency, double level, size_t frames, double rate = 44100);
 /// One frame of full scale, then silence.
 EffectBench::Samples impulse(UInt32 channels, size_t frames);
+/// How strongly a response to an impulse answers a frequency in Hz, as a factor.
+double magnitude(std::span<const float> response, double frequency, double rate = 44100);
 /// By how much the slope changes at most from one sample to the next, from a frame on. A step of the level
 /// bends by its height.
 double largestBend(std::span<const float> samples, size_t from = 0);
