@@ -1,7 +1,6 @@
 #include "NSTextField.h"
 
 #include <algorithm>
-#include <map>
 
 #include "NSBundle.h"
 #include "NSNotification.h"
@@ -9,52 +8,44 @@
 
 namespace {
 
-/// Delegate and target of fields: refuses the text "no", makes "5.00" of "5".
-class Listener : public NSObject {
- public:
-  const Class& isa() const override {
-    static const Class c = Class::of<Listener>("Listener", NSObject::record())
-                               .answers<&Listener::shouldEnd>("control:textShouldEndEditing:")
-                               .answers<&Listener::didEnd>("controlTextDidEndEditing:")
-                               .answers<&Listener::changed>("changed:");
-    return c;
+/// Three fields in a row and a long one above them, d. Is their delegate and target, which refuses the text
+/// "no" and makes "5.00" of "5".
+class TextField : public ViewBench, public NSObject {
+ protected:
+  TextField() : bundle(NSBundle::bundleWithPath(TOVIN_BUNDLE, error)) {
+    const NSRect frames[] = {
+        {{10, 10}, {50, 16}}, {{70, 10}, {50, 16}}, {{130, 10}, {50, 16}}, {{10, 40}, {180, 16}}};
+    for (size_t i = 0; i < 4; ++i) {
+      fields[i] = std::make_shared<NSTextField>(frames[i]);
+      fields[i]->setDelegate(this);
+      fields[i]->setTarget(this);
+      fields[i]->setAction(NSSelectorFromString("changed:"));
+      root->addSubview(fields[i]);
+    }
   }
 
+  const Class& isa() const override {
+    static const Class c = Class::of<NSObject>("TextField", NSObject::record())
+                               .answers<&TextField::shouldEnd>("control:textShouldEndEditing:")
+                               .answers<&TextField::didEnd>("controlTextDidEndEditing:")
+                               .answers<&TextField::changed>("changed:");
+    return c;
+  }
   bool shouldEnd(NSTextField* field, NSTextField*) {
-    log.push_back("should " + names[field] + " " + field->stringValue());
+    told.push_back("should " + nameOf(field) + " " + field->stringValue());
     if (onShouldEnd) onShouldEnd();
     if (field->stringValue() == "5") field->setStringValue("5.00");
     return field->stringValue() != "no";
   }
   void didEnd(NSNotification* notification) {
     auto* field = dynamic_cast<NSTextField*>(notification->object());
-    log.push_back("did " + names[field] + " " + field->stringValue());
+    told.push_back("did " + nameOf(field) + " " + field->stringValue());
   }
-  void changed(NSTextField* field) { log.push_back("action " + names[field]); }
-
-  std::map<NSTextField*, std::string> names;
-  std::function<void()> onShouldEnd;
-  Lines log;
-};
-
-/// Three fields in a row and a long one above them, d.
-class TextField : public ViewBench {
- protected:
-  TextField() : bundle(NSBundle::bundleWithPath(TOVIN_BUNDLE, error)) {
-    a = field("a", NSMakeRect(10, 10, 50, 16));
-    b = field("b", NSMakeRect(70, 10, 50, 16));
-    c = field("c", NSMakeRect(130, 10, 50, 16));
-    d = field("d", NSMakeRect(10, 40, 180, 16));
-  }
-
-  std::shared_ptr<NSTextField> field(const char* name, NSRect frame) {
-    auto made = std::make_shared<NSTextField>(frame);
-    made->setDelegate(&listener);
-    made->setTarget(&listener);
-    made->setAction(NSSelectorFromString("changed:"));
-    listener.names[made.get()] = name;
-    root->addSubview(made);
-    return made;
+  void changed(NSTextField* field) { told.push_back("action " + nameOf(field)); }
+  std::string nameOf(const NSTextField* field) const {
+    std::string name = "a";
+    for (size_t i = 0; fields[i].get() != field; ++i) ++name[0];
+    return name;
   }
 
   /// A field; "out", beside the fields; or "@TEXT", behind that much of the long one's text, with _ for
@@ -66,29 +57,31 @@ class TextField : public ViewBench {
       std::replace(before.begin(), before.end(), '_', ' ');
       return {12.3f + NSWidth(NSAttributedString(before, {}).boundingRect()), 48};
     }
-    return middleOf(name == "a" ? *a : *b);
+    return middleOf(*fields[name == "b"]);
   }
   /// Code gives the first field a value, whatever it is for.
-  void set(unsigned, float value) override { a->setStringValue(std::to_string(std::lround(value))); }
+  void set(unsigned, float value) override { fields[0]->setStringValue(std::to_string(std::lround(value))); }
   /// What delegate and target were told.
-  Lines heard() override { return std::exchange(listener.log, {}); }
+  Lines heard() override { return std::exchange(told, {}); }
 
   std::string editing() const {
-    for (const auto& f : {a, b, c, d})
-      if (f->isEditing()) return listener.names.at(f.get());
+    for (const auto& field : fields)
+      if (field->isEditing()) return nameOf(field.get());
     return "";
   }
-  /// With no field edited and the clipboard's text "cl".
-  void begin(NSTextField& field, const char* text) {
+  /// With no field edited.
+  void begin(size_t field, const char* text) {
     play("type <escape>");
-    field.setStringValue(text);
+    fields[field]->setStringValue(text);
     display.setClipboardText("cl");
   }
+  std::string text() const { return fields[0]->stringValue(); }
 
   std::string error;
   std::shared_ptr<NSBundle> bundle;  // with the fonts
-  Listener listener;
-  std::shared_ptr<NSTextField> a, b, c, d;
+  std::shared_ptr<NSTextField> fields[4];
+  std::function<void()> onShouldEnd;
+  Lines told;
 };
 
 }  // namespace
@@ -122,11 +115,11 @@ TEST_F(TextField, EndsEditingAsTheKeysSay) {
       {"type 7; set 0 9; type <return>", "should a 7, did a 7, action a", "7", ""},
   };
   for (const auto& row : cases) {
-    begin(*a, "1.00");
+    begin(0, "1.00");
     play("click a");
     ASSERT_EQ(editing(), "a");
     EXPECT_EQ(play(row.script), row.heard) << row.script;
-    EXPECT_EQ(a->stringValue(), row.text) << row.script;
+    EXPECT_EQ(text(), row.text) << row.script;
     EXPECT_EQ(editing(), row.editing) << row.script;
     EXPECT_EQ(window->isTyping(), row.editing[0] != 0) << row.script;
     EXPECT_EQ(display.windows()[0]->isKeyboardWanted(), row.editing[0] != 0) << row.script;
@@ -134,40 +127,35 @@ TEST_F(TextField, EndsEditingAsTheKeysSay) {
 }
 
 TEST_F(TextField, EditsAsTheKeysSay) {
-  const struct {
-    const char *keys, *text, *clipboard;
-  } cases[] = {
-      {"x", "x", "cl"},
-      {"<left>x", "x1.00", "cl"},
-      {"<right>x", "1.00x", "cl"},
-      {"<end><left*2>x", "1.x00", "cl"},
-      {"<home><right>x<delete>y", "1xy00", "cl"},
-      {"<home><S-right><S-right>x", "x00", "cl"},
-      {"<end><S-home><backspace>", "", "cl"},
-      {"<end><backspace*2>", "1.", "cl"},
-      {"<home><backspace>x", "x1.00", "cl"},
-      {"<end><delete>x", "1.00x", "cl"},
-      {"<C-c>", "1.00", "1.00"},
-      {"<C-x>", "", "1.00"},
-      {"<end><C-c>", "1.00", "cl"},  // nothing selected, nothing copied
-      {"<end><C-x>", "1.00", "cl"},
-      {"<C-c><end><C-v>", "1.001.00", "1.00"},
-      {"ab<C-a>c", "c", "cl"},
-      {"ab<C-z>c", "abc", "cl"},
-      {"äöü<left*2><backspace>x", "xöü", "cl"},
-      {"äö<S-left>z", "äz", "cl"},
-      {"é€<home><delete>", "€", "cl"},
+  const std::pair<const char*, const char*> cases[] = {
+      {"x", "x"},
+      {"<left>x", "x1.00"},
+      {"<right>x", "1.00x"},
+      {"<end><left*2>x", "1.x00"},
+      {"<home><right>x<delete>y", "1xy00"},
+      {"<home><S-right><S-right>x", "x00"},
+      {"<end><S-home><backspace>", ""},
+      {"<end><backspace*2>", "1."},
+      {"<home><backspace>x", "x1.00"},
+      {"<end><delete>x", "1.00x"},
+      {"<C-c><end><C-v>", "1.001.00"},
+      {"<C-x>y<C-v>", "y1.00"},
+      {"<end><C-c><C-v>", "1.00cl"},  // nothing selected, nothing copied
+      {"<end><C-x><C-v>", "1.00cl"},
+      {"ab<C-a>c", "c"},
+      {"ab<C-z>c", "abc"},
+      {"äöü<left*2><backspace>x", "xöü"},
+      {"äö<S-left>z", "äz"},
+      {"é€<home><delete>", "€"},
   };
-  for (const auto& row : cases) {
-    begin(*a, "1.00");
-    play(std::string("click a; type ") + row.keys);
-    EXPECT_EQ(a->stringValue(), row.text) << row.keys;
-    EXPECT_EQ(display.clipboardText(), row.clipboard) << row.keys;
+  for (const auto& [keys, result] : cases) {
+    begin(0, "1.00");
+    play(std::string("click a; type ") + keys);
+    EXPECT_EQ(text(), result) << keys;
   }
   display.setClipboardText("1\n2\t3");  // one line stays one line
   play("type <C-a><C-v>");
-  EXPECT_EQ(a->stringValue(), "123");
-  EXPECT_EQ(a->floatValue(), 123);
+  EXPECT_EQ(text(), "123");
 }
 
 TEST_F(TextField, TheMouseSelects) {
@@ -182,9 +170,9 @@ TEST_F(TextField, TheMouseSelects) {
       {"double @alpha_be", "alpha X gamma"},
   };
   for (const auto& [script, expected] : cases) {
-    begin(*d, "alpha beta gamma");
+    begin(3, "alpha beta gamma");
     play(std::string(script) + "; type X");
-    EXPECT_EQ(d->stringValue(), expected) << script;
+    EXPECT_EQ(fields[3]->stringValue(), expected) << script;
   }
 }
 
@@ -194,22 +182,22 @@ TEST_F(TextField, LosingTheKeyboardOrItsPlaceEndsEditing) {
   EXPECT_EQ(heard(), (Lines{"should a 12", "did a 12"}));
   EXPECT_EQ(editing(), "");
   play("click b; type 34");
-  b->removeFromSuperview();
+  fields[1]->removeFromSuperview();
   EXPECT_EQ(heard().back(), "did b 34");
   EXPECT_EQ(window->firstResponder(), nullptr);
 }
 
 TEST_F(TextField, TheInitialFirstResponderCanBeEditedAgainAfterReturn) {
-  window->setInitialFirstResponder(a.get());
+  window->setInitialFirstResponder(fields[0].get());
   play("click a; type 12<return>");
   EXPECT_EQ(editing(), "");
   play("click a; type 34<return>");
-  EXPECT_EQ(a->stringValue(), "34");
+  EXPECT_EQ(text(), "34");
 }
 
 TEST_F(TextField, ThePressThatEndsEditingGoesToWhatIsThereAfterwards) {
   auto above = add("above", NSMakeRect(0, 70, 40, 30));
-  listener.onShouldEnd = [&above] {
+  onShouldEnd = [&above] {
     above->removeFromSuperview();
     above.reset();
   };
