@@ -60,12 +60,12 @@ TEST(RunLoop, APostFromAnotherThreadEndsTheWait) {
 TEST(RunLoop, ObserversMayRemoveEachOtherInTheMiddleOfATurn) {
   NSRunLoop loop;
   int served = 0;
-  auto second = std::make_unique<Observer>([&] { ++served; });
+  std::unique_ptr<Observer> second;
   Observer first([&] {
-    if (!second) return;
     loop.removeObserver(*second);
     second = nullptr;
   });
+  second = std::make_unique<Observer>([&] { ++served; });
   Observer third([&] { ++served; });
   for (Observer* observer : {&first, second.get(), &third})
     loop.addObserver(*observer, RunLoopObserver::Phase::delivery);

@@ -18,15 +18,8 @@ void setShadow(Pixel color, NSSize offset, float blurRadius) {
   shadow.set();
 }
 
-/// The rectangle of one colour: left, top, right, bottom in physical pixels, the last two exclusive.
-std::array<int, 4> bounds(const Bitmap& bitmap, Pixel color) {
-  std::array<int, 4> found{9999, 9999, -1, -1};
-  for (int y = 0; y < bitmap.physicalHeight(); ++y)
-    for (int x = 0; x < bitmap.physicalWidth(); ++x)
-      if (bitmap.pixel(x, y) == color)
-        found = {std::min(found[0], x), std::min(found[1], y), std::max(found[2], x + 1),
-                 std::max(found[3], y + 1)};
-  return found;
+std::array<int, 4> boundsOf(const Bitmap& bitmap, Pixel color) {
+  return boundsWhere(bitmap, [color](const Pixel& pixel) { return pixel == color; });
 }
 
 }  // namespace
@@ -51,10 +44,10 @@ TEST(Shadow, FallsDownOnTheScreenInScaledPixelsWhateverTheMatrix) {
         NSGraphicsContext::restoreGraphicsState();
         NSBezierPath::fillRect(NSMakeRect(0, 36, 2, 2));  // throws none any more
       });
-      auto expected = bounds(bitmap, red);
+      auto expected = boundsOf(bitmap, red);
       ASSERT_EQ(expected[2] - expected[0], 4 * scale) << name;
       for (size_t i = 0; i < 4; ++i) expected[i] += (i % 2 ? 6 : 5) * scale;
-      EXPECT_EQ(bounds(bitmap, blue), expected) << name << " at scale " << scale;
+      EXPECT_EQ(boundsOf(bitmap, blue), expected) << name << " at scale " << scale;
     }
   }
 }
@@ -75,8 +68,7 @@ TEST(Shadow, BlurIsAGaussianOfHalfTheRadius) {
     for (const int scale : {1, 2}) {
       const Bitmap bitmap = painted({120, 120}, static_cast<float>(scale), [&] {
         setShadow(blue, {0, -70}, radius);
-        NSBezierPath::fillRect(
-            NSMakeRect(-60, 120, 240, 60));  // its shadow's upper edge is at 110, lower at 50
+        NSBezierPath::fillRect(NSMakeRect(-60, 120, 240, 60));  // its shadow's edges are at 110 and 50
       });
       const double sigma = radius / 2 * static_cast<float>(scale);
       for (int pixel = -20; pixel < 20; ++pixel) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <memory>
@@ -31,6 +32,19 @@ inline Bitmap painted(NSSize size, float scale, const std::function<void()>& pai
 inline Pixel at(const Bitmap& bitmap, float x, float y) {
   return bitmap.pixel(static_cast<int>(x * bitmap.scale()),
                       bitmap.physicalHeight() - 1 - static_cast<int>(y * bitmap.scale()));
+}
+
+/// The rectangle of the pixels that are meant: left, top, right, bottom in physical pixels, the last two
+/// exclusive.
+inline std::array<int, 4> boundsWhere(const Bitmap& bitmap,
+                                      const std::function<bool(const Pixel&)>& isMeant) {
+  std::array<int, 4> found{9999, 9999, -1, -1};
+  for (int y = 0; y < bitmap.physicalHeight(); ++y)
+    for (int x = 0; x < bitmap.physicalWidth(); ++x)
+      if (isMeant(bitmap.pixel(x, y)))
+        found = {std::min(found[0], x), std::min(found[1], y), std::max(found[2], x + 1),
+                 std::max(found[3], y + 1)};
+  return found;
 }
 
 /// A letter a pixel, the upper row first: '.' transparent, '~' partly, else the colour's initial or '?'.
