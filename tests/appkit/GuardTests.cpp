@@ -7,32 +7,31 @@
 
 namespace {
 
-/// Two calls of each kind that the platform makes in one turn, of which the first throws.
+class Target : public NSObject {
+ public:
+  explicit Target(std::function<void()> call) : call_(std::move(call)) {}
+  const Class& isa() const override {
+    static const Class c = Class::of<Target>("Target", NSObject::record()).answers<&Target::tick>("tick:");
+    return c;
+  }
+  void tick(NSTimer*) { call_(); }
+
+ private:
+  std::function<void()> call_;
+};
+
 class Guards : public ViewBench {
  protected:
-  class Target : public NSObject {
-   public:
-    explicit Target(Guards& guards) : guards_(guards) {}
-    const Class& isa() const override {
-      static const Class c = Class::of<Target>("Target", NSObject::record()).answers<&Target::tick>("tick:");
-      return c;
-    }
-    void tick(NSTimer*) { guards_.call(); }
-
-   private:
-    Guards& guards_;
-  };
-
   void call() {
     if (++calls == 1) throw std::runtime_error("broken");
   }
-  void clickTheView() {
+  void click() {
     const auto view = add("a", NSMakeRect(10, 10, 20, 20));
     view->onDown = view->onUp = [this] { call(); };
-    click({15, 15});
+    ViewBench::click({15, 15});
   }
-  void letTimersTick() {
-    const auto target = std::make_shared<Target>(*this);
+  void tick() {
+    const auto target = std::make_shared<Target>([this] { call(); });
     for (int i = 0; i < 2; ++i)
       NSTimer::scheduledTimerWithTimeInterval_target_selector_userInfo_repeats(
           0.1, target.get(), NSSelectorFromString("tick:"), nullptr, false);
@@ -40,23 +39,23 @@ class Guards : public ViewBench {
     clock.advance(unrelated, 1);
     turn();
   }
-  void tellListeners() {
-    const auto hear = [](void* self, void*, const AudioUnitEvent*, UInt64, Float32) {
-      static_cast<Guards*>(self)->call();
-    };
+  void tell() {
     AUEventListenerRef listener = nullptr;
-    AUEventListenerCreate(hear, this, &NSRunLoop::currentRunLoop(), NSDefaultRunLoopMode, 0, 0, &listener);
+    AUEventListenerCreate(
+        [](void* self, void*, const AudioUnitEvent*, UInt64, Float32) { static_cast<Guards*>(self)->call(); },
+        this, &NSRunLoop::currentRunLoop(), NSDefaultRunLoopMode, 0, 0, &listener);
     const auto event = AudioUnitEvent::parameterChange(addressOf(unit, gainParameter));
-    for (void* object : {static_cast<void*>(&clock), static_cast<void*>(&unit)})
+    for (void* object : {static_cast<void*>(this), static_cast<void*>(&unit)})
       AUEventListenerAddEventType(listener, object, &event);
     hostSets(unit, gainParameter, 5);
     turn();
     AUListenerDispose(listener);
   }
-  void renderTwice() {
-    const auto supply = [](void* self, UInt32*, const AudioTimeStamp*, UInt32, UInt32, AudioBufferList*) {
+  void render() {
+    const AURenderCallback supply = [](void* self, UInt32*, const AudioTimeStamp*, UInt32, UInt32,
+                                       AudioBufferList*) -> OSStatus {
       static_cast<Guards*>(self)->call();
-      return OSStatus{noErr};
+      return noErr;
     };
     setGlobal(unit, kAudioUnitProperty_SetRenderCallback, AURenderCallbackStruct{supply, this},
               kAudioUnitScope_Input);
@@ -65,6 +64,10 @@ class Guards : public ViewBench {
     EXPECT_EQ(AudioUnitRender(unit.get(), nullptr, nullptr, 0, 16, &data), paramErr);
     EXPECT_EQ(AudioUnitRender(unit.get(), nullptr, nullptr, 0, 16, &data), noErr);
   }
+  void post() {
+    for (int i = 0; i < 2; ++i) NSRunLoop::currentRunLoop().post([this] { call(); });
+    turn();
+  }
 
   Unit unit = openTestEffect();
   int calls = 0;
@@ -72,15 +75,13 @@ class Guards : public ViewBench {
 
 }  // namespace
 
+// Each kind of call is made twice in one turn, and the first one throws.
 TEST_F(Guards, WhatThrowsStopsNobodyElseInTheSameTurn) {
-  NSRunLoop& loop = NSRunLoop::currentRunLoop();
-  const std::pair<const char*, std::function<void()>> kinds[] = {
-      {"event", [&] { clickTheView(); }},
-      {"timer", [&] { letTimersTick(); }},
-      {"event listener", [&] { tellListeners(); }},
-      {"audio unit", [&] { renderTwice(); }},
-      {"posted call", [&] { loop.post([&] { call(); }), loop.post([&] { call(); }), turn(); }},
-  };
+  const std::pair<const char*, std::function<void()>> kinds[] = {{"event", [this] { click(); }},
+                                                                 {"timer", [this] { tick(); }},
+                                                                 {"event listener", [this] { tell(); }},
+                                                                 {"audio unit", [this] { render(); }},
+                                                                 {"posted call", [this] { post(); }}};
   for (const auto& [kind, callTwice] : kinds) {
     calls = 0;
     forgetLog();

@@ -15,50 +15,35 @@ namespace {
 std::vector<std::string> awoken;
 int alive = 0;
 
-class TestKnob : public NSControl {
+class TestView : public NSControl {
  public:
-  explicit TestKnob(NSRect frame) : NSControl(frame) { ++alive; }
-  ~TestKnob() override { --alive; }
+  explicit TestView(NSRect frame) : NSControl(frame) { ++alive; }
+  ~TestView() override { --alive; }
   static const Class& record() {
-    static const Class c = Class::of<TestKnob>("TestKnob", NSControl::record())
-                               .answers<&TestKnob::awakeFromNib>("awakeFromNib")
-                               .attribute<&TestKnob::setTitle>("title");
+    static const Class c = Class::of<TestView>("TestView", NSControl::record())
+                               .answers<&TestView::awakeFromNib>("awakeFromNib")
+                               .attribute<&TestView::setTitle>("title")
+                               .outlet<&TestView::knob>("knob")
+                               .optionalOutlet<&TestView::box>("box")
+                               .optionalOutlet<&TestView::popUp>("popUp")
+                               .optionalOutlet<&TestView::menu>("menu");
     return c;
   }
   const Class& isa() const override { return record(); }
   void setTitle(std::string title) { title_ = std::move(title); }
   void awakeFromNib() {
-    awoken.push_back(title_);
+    awoken.push_back(title_ + (knob ? ", connected" : ""));
+    if (menu) menu->addItemWithTitle("awoken");
     if (title_ == "broken") throw NSException("Broken", "broken");
   }
 
- private:
-  std::string title_;
-};
-
-class TestPanel : public NSView {
- public:
-  explicit TestPanel(NSRect frame) : NSView(frame) { ++alive; }
-  ~TestPanel() override { --alive; }
-  static const Class& record() {
-    static const Class c = Class::of<TestPanel>("TestPanel", NSView::record())
-                               .answers<&TestPanel::awakeFromNib>("awakeFromNib")
-                               .outlet<&TestPanel::knob>("knob")
-                               .optionalOutlet<&TestPanel::box>("box")
-                               .optionalOutlet<&TestPanel::popUp>("popUp")
-                               .optionalOutlet<&TestPanel::menu>("menu");
-    return c;
-  }
-  const Class& isa() const override { return record(); }
-  void awakeFromNib() {
-    awoken.push_back(knob ? "panel, connected" : "panel");
-    if (menu) menu->addItemWithTitle("awoken");
-  }
-
-  TestKnob* knob = nullptr;
+  TestView* knob = nullptr;
   NSBox* box = nullptr;
   NSPopUpButton* popUp = nullptr;
   std::shared_ptr<NSMenu> menu;
+
+ private:
+  std::string title_;
 };
 
 class TestOwner : public NSObject {
@@ -72,7 +57,7 @@ class TestOwner : public NSObject {
   const Class& isa() const override { return record(); }
 
   std::shared_ptr<NSView> freshView;
-  TestPanel* panel = nullptr;
+  TestView* panel = nullptr;
 };
 
 class Description : public testing::Test {
@@ -82,7 +67,7 @@ class Description : public testing::Test {
     scratch.write("Info.xml", ScratchBundle::info("TestOwner"));
     bundle = scratch.open(error);
     bundle->loadLinked([](std::vector<const Class*>& classes) {
-      classes.insert(classes.end(), {&TestKnob::record(), &TestPanel::record(), &TestOwner::record()});
+      classes.insert(classes.end(), {&TestView::record(), &TestOwner::record()});
     });
     awoken.clear();
     alive = 0;
@@ -106,11 +91,11 @@ TEST_F(Description, MakesTheTreeThenConnectsThenAwakesParentsFirst) {
   ASSERT_TRUE(load(R"(<?xml version="1.0"?>
 <!-- a comment -->
 <interface>
-  <view class="TestPanel" outlet="freshView" frame="0 0 100.5 80">
+  <view class="TestView" outlet="freshView" title="panel" frame="0 0 100.5 80">
     <view class="NSBox" outlet="box" title="Group &amp; more" frame="10 20 50 40">
-      <view class="TestKnob" outlet="knob" title="inner" hidden="yes" frame="5 6 20 20"/>
+      <view class="TestView" outlet="knob" title="inner" hidden="yes" frame="5 6 20 20"/>
     </view>
-    <view class="TestKnob" title="last" frame="-3 10 20 20"/>
+    <view class="TestView" title="last" frame="-3 10 20 20"/>
     <view class="NSPopUpButton" outlet="popUp" pullsDown="yes" frame="1 2 83 16">
       <item title="interval"/>
       <item title="3/2 fifth"/>
@@ -124,7 +109,7 @@ TEST_F(Description, MakesTheTreeThenConnectsThenAwakesParentsFirst) {
 )"));
   EXPECT_TRUE(log.all().empty());
   EXPECT_EQ(awoken, (std::vector<std::string>{"panel, connected", "inner", "last"}));
-  const auto& panel = dynamic_cast<TestPanel&>(*owner.freshView);
+  const auto& panel = dynamic_cast<TestView&>(*owner.freshView);
   EXPECT_EQ(panel.frame(), NSMakeRect(0, 0, 100.5f, 80));
   EXPECT_EQ(panel.box->title(), "Group & more");
   EXPECT_EQ(panel.knob->superview(), panel.box->contentView());
@@ -142,12 +127,12 @@ TEST_F(Description, MakesTheTreeThenConnectsThenAwakesParentsFirst) {
 
 TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
   const auto panel = [](const std::string& inside) {
-    return "<interface>\n<view class='TestPanel' outlet='freshView' frame='0 0 9 9'>\n" + inside +
+    return "<interface>\n<view class='TestView' outlet='freshView' frame='0 0 9 9'>\n" + inside +
            "\n</view>\n</interface>";
   };
-  const std::string knob = "<view class='TestKnob' outlet='knob' frame='0 0 9 9'/>";
+  const std::string knob = "<view class='TestView' outlet='knob' frame='0 0 9 9'/>";
   const auto knobWith = [&](const std::string& attributes) {
-    return panel("<view class='TestKnob' outlet='knob' " + attributes + "/>");
+    return panel("<view class='TestView' outlet='knob' " + attributes + "/>");
   };
   const auto popUp = [&](const std::string& inside) {
     return panel(knob + "<view class='NSPopUpButton' frame='0 0 83 16'>\n" + inside + "</view>");
@@ -163,19 +148,19 @@ TEST_F(Description, SaysWhereAndWhatIsWrongAndLeavesNothing) {
       {panel("<view class='TestOwner' frame='0 0 9 9'/>"),
        "3: class \"TestOwner\", expected a class of views"},
       {panel(knob + "\n" + view + "outlet='nob'/>"),
-       "4: outlet \"nob\" of TestPanel, expected one of: knob box popUp menu"},
+       "4: outlet \"nob\" of TestView, expected one of: knob box popUp menu"},
       {"<interface>\n\n" + view + "outlet='stale'/></interface>",
        "3: outlet \"stale\" of TestOwner, expected one of: freshView panel"},
       {knobWith("frame='0 0 9 9' titel='x'"),
-       "3: attribute \"titel\" of TestKnob, expected one of: class frame outlet hidden title"},
+       "3: attribute \"titel\" of TestView, expected one of: class frame outlet hidden title"},
       {knobWith("frame='0 0 9 9' hidden='true'"), "3: hidden=\"true\", expected \"yes\" or \"no\""},
       {knobWith("frame='0 0 9'"), "3: frame \"0 0 9\", " + frame},
       {knobWith("frame='0 0 9 0'"), "3: frame \"0 0 9 0\", " + frame},
       {knobWith("frame='0 0 9pt 9'"), "3: frame \"0 0 9pt 9\", " + frame},
-      {panel(""), "2: outlet \"knob\" of TestPanel is not connected, expected a view with outlet=\"knob\""},
+      {panel(""), "2: outlet \"knob\" of TestView is not connected, expected a view with outlet=\"knob\""},
       {panel(knob + "\n" + knob), "4: outlet \"knob\" is connected twice, expected once"},
       {panel(view + "outlet='knob'/>"),
-       "3: outlet \"knob\" of TestPanel does not take an object of class NSView"},
+       "3: outlet \"knob\" of TestView does not take an object of class NSView"},
       {"<interface>\n" + view + "outlet='freshView'/>\n" + view + "outlet='panel'/>\n</interface>",
        "3: outlet \"panel\" of TestOwner does not take an object of class NSView"},
       {panel(knob + "\n<veiw/>"), "4: <veiw>, expected <view>"},
@@ -208,8 +193,8 @@ TEST_F(Description, AFailureLeavesWhatTheOwnerHadBefore) {
            "<view class='NSView' outlet='panel' frame='0 0 9 9'/></interface>"));
   EXPECT_EQ(owner.freshView, before);
   EXPECT_THROW(
-      load("<interface><view class='TestPanel' outlet='panel' frame='0 0 9 9'>"
-           "<view class='TestKnob' outlet='knob' title='broken' frame='0 0 9 9'/></view></interface>"),
+      load("<interface><view class='TestView' outlet='panel' frame='0 0 9 9'>"
+           "<view class='TestView' outlet='knob' title='broken' frame='0 0 9 9'/></view></interface>"),
       NSException);
   EXPECT_EQ(owner.panel, nullptr);
   EXPECT_EQ(alive, 0);
