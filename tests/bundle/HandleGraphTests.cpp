@@ -1,6 +1,9 @@
-#include <cmath>
+#include <gtest/gtest.h>
 
-#include "EditorFixture.h"
+#include <cmath>
+#include <utility>
+
+#include "EditorStage.h"
 #include "jxAUHandleGraphDisplay.h"
 
 namespace {
@@ -18,69 +21,53 @@ class Handles : public jxAUHandleGraphDisplay {
     jxAUHandleGraphDisplay::drawRect(dirty);
     drawHandles(dirty);
   }
-  std::vector<std::string> told;
+  std::string told;
 
  private:
-  static std::string text(float v) { return std::to_string(static_cast<int>(std::lround(v * 100))); }
+  static std::string text(float v) { return " " + std::to_string(static_cast<int>(std::lround(v * 100))); }
+  void tell(const std::string& line) { told += (told.empty() ? "" : ", ") + line; }
   void setParamsForHandle_pos(int index, NSPoint p) override {
-    told.push_back("pos " + std::to_string(index) + " " + text(p.x) + " " + text(p.y));
+    tell("pos " + std::to_string(index) + text(p.x) + text(p.y));
   }
   void changeBandWidthForHandle_delta(int index, float delta) override {
-    told.push_back("width " + std::to_string(index) + " " + text(delta));
+    tell("width " + std::to_string(index) + text(delta));
   }
 };
 
-class HandleGraph : public EditorTest {
+class HandleGraph : public testing::Test, public EditorStage {
  protected:
   HandleGraph() {
     graph->awakeFromNib();
     show(graph);
   }
-  void press(float x, float y) { display_.press(window->convertBaseToScreen({x, y})); }
-  using Told = std::vector<std::string>;
   std::shared_ptr<Handles> graph = std::make_shared<Handles>(NSMakeRect(0, 0, 400, 300));
 };
 
-TEST_F(HandleGraph, ThePressPicksTheNearestWithinReach) {
-  const struct {
-    float x, y;
-    const char* picked;
-  } rows[] = {{110, 100, ""}, {109.9f, 100, "0"}, {105, 104, "0"}, {195, 100, "1"}, {150, 100, ""}};
-  for (const auto& row : rows) {
-    graph->told.clear();
-    press(row.x, row.y);
-    EXPECT_EQ(display_.isPointerHidden(), *row.picked != 0) << row.x;
-    EXPECT_TRUE(graph->told.empty()) << "a press alone changes nothing";
-    display_.moveBy(1, 0);
-    EXPECT_EQ(graph->told.empty() ? "" : graph->told[0].substr(4, 1), row.picked) << row.x;
-    display_.release();
+TEST_F(HandleGraph, TellsWhatHandsDoToItsHandles) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"press #0+10,0; drag 1 0", ""},  // out of reach
+      {"press #0+9.9,0; drag 1 0", "pos 0 11090 10000"},
+      {"press #0+5,4; drag 1 0", "pos 0 10600 10400"},
+      {"press #1+-5,0; drag 1 0", "pos 1 19600 10000"},
+      {"press #0", ""},  // a press alone changes nothing
+      {"press #0+2,1; drag 50 20 shift; drag 10 -5", "pos 0 10700 10300, pos 0 11700 9800"},
+      {"press #0; drag 0 -20 option; drag 0 -20 option shift; drag -20 0 option",
+       "width 0 100, width 0 10, width 0 100"},
+      {"press #1; drag 0 -20 option", "pos 1 20000 8000"},  // a point has no width
+  };
+  for (const auto& [script, told] : rows) {
+    play(script);
+    EXPECT_EQ(display.isPointerHidden(), std::string(script).find("+10") == std::string::npos) << script;
+    EXPECT_EQ(std::exchange(graph->told, {}), told) << script;
+    release();
+    EXPECT_FALSE(display.isPointerHidden());
   }
-  graph->setPoint_width_forHandle({106, 100}, 0, 1);
+  play("press #0+2,1; drag 50 20 shift; drag 10 -5; release");
+  EXPECT_EQ(display.pointer(), onScreen({117, 98})) << "at the tracked point";
+  graph->setPoint_width_forHandle({108, 100}, 0, 1);
   graph->told.clear();
-  press(103, 100);
-  display_.moveBy(1, 0);
-  display_.release();
-  EXPECT_EQ(graph->told, Told({"pos 0 10400 10000"})) << "of two as near the first";
-}
-
-TEST_F(HandleGraph, DragsAreTrackedWithoutThePointer) {
-  press(102, 101);
-  display_.moveBy(50, 20, NSShiftKeyMask);
-  display_.moveBy(10, -5);
-  EXPECT_EQ(graph->told, Told({"pos 0 10700 10300", "pos 0 11700 9800"}));
-  graph->told.clear();
-  display_.moveBy(0, -20, NSAlternateKeyMask);
-  display_.moveBy(0, -20, NSAlternateKeyMask | NSShiftKeyMask);
-  display_.moveBy(-20, 0, NSAlternateKeyMask);
-  EXPECT_EQ(graph->told, Told({"width 0 100", "width 0 10", "width 0 100"}));
-  display_.release();
-  EXPECT_FALSE(display_.isPointerHidden());
-  EXPECT_EQ(display_.pointer(), window->convertBaseToScreen({117, 98})) << "at the tracked point";
-  graph->told.clear();
-  press(200, 100);
-  display_.moveBy(0, -20, NSAlternateKeyMask);
-  EXPECT_EQ(graph->told, Told({"pos 1 20000 8000"})) << "a point has no width";
-  display_.release();
+  play("press #0+4,0; drag 1 0; release; press #0+4.5,0; drag 1 0; release");
+  EXPECT_EQ(graph->told, "pos 0 10500 10000, pos 1 10550 10000") << "the nearest, of two as near the first";
 }
 
 TEST_F(HandleGraph, TheEditedHandleIsHighlighted) {

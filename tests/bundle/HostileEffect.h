@@ -1,10 +1,16 @@
 #pragma once
 
-#include <string>
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <span>
+#include <stdexcept>
+#include <vector>
 
-#include "TestUnit.h"
+#include "AUEffectBase.h"
+#include "AudioUnitProperties.h"
 
-/// What hostile effects do wrong.
+/// What a hostile effect does wrong.
 struct Faults {
   enum class Sound { asItCame, notANumber, refused };
 
@@ -14,8 +20,54 @@ struct Faults {
   Sound sound = Sound::asItCame;
   int reads = 0;  // so far
 };
-Faults& faults();
 
-/// An effect with the parameters and the code of one of this system, so that its editor is opened for it. One
-/// code at a time: what was opened for another has to be closed.
-Component hostileComponent(const std::string& code);
+/// An effect with the parameters of another that breaks its word as `faults` says at the moment.
+class HostileEffect : public AUEffectBase {
+ public:
+  HostileEffect(std::shared_ptr<const std::vector<AUParameterRow>> rows, Faults& faults)
+      : AUEffectBase({.parameters = *rows,
+                      .presets = {},
+                      .minimumSampleRate = 500,
+                      .monoToStereo = true,
+                      .hasRenderQuality = true}),
+        rows_(std::move(rows)),
+        faults_(faults) {}
+
+  OSStatus propertyInfo(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element, UInt32& size,
+                        bool& writable) const override {
+    if (fails()) return kAudioUnitErr_InvalidProperty;
+    const OSStatus status = AUEffectBase::propertyInfo(id, scope, element, size, writable);
+    if (id == kAudioUnitProperty_ParameterList && !faults_.hasLists) size = 0;
+    return status;
+  }
+  OSStatus getProperty(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element, void* data,
+                       UInt32& size) const override {
+    if (fails()) return kAudioUnitErr_InvalidProperty;
+    if (id == kAudioUnitProperty_ParameterList && !faults_.hasLists) size = 0;
+    const OSStatus status = AUEffectBase::getProperty(id, scope, element, data, size);
+    if (status == noErr && id == kAudioUnitProperty_ParameterInfo)
+      widen(*static_cast<AudioUnitParameterInfo*>(data));
+    return status;
+  }
+  OSStatus getParameter(AudioUnitParameterID id, Float32& value) const override {
+    return faults_.hasLists ? AUEffectBase::getParameter(id, value) : kAudioUnitErr_InvalidParameter;
+  }
+
+ private:
+  bool fails() const { return faults_.reads++ == faults_.failingRead; }
+  void widen(AudioUnitParameterInfo& info) const {
+    const float middle = (info.minValue + info.maxValue) / 2;
+    info.minValue = middle + (info.minValue - middle) * faults_.widening;
+    info.maxValue = middle + (info.maxValue - middle) * faults_.widening;
+  }
+  void prepare() override {}
+  void clear() override {}
+  void process(std::span<float* const> channels, UInt32 frames) override {
+    if (faults_.sound == Faults::Sound::refused) throw std::runtime_error("no sound today");
+    if (faults_.sound == Faults::Sound::notANumber)
+      for (float* channel : channels) std::fill_n(channel, frames, std::numeric_limits<float>::quiet_NaN());
+  }
+
+  std::shared_ptr<const std::vector<AUParameterRow>> rows_;
+  Faults& faults_;
+};

@@ -1,41 +1,53 @@
 // Effects that do not keep their side of the bargain, under every editor: nothing breaks, and what is wrong
 // is said once.
 
-#include <algorithm>
+#include <gtest/gtest.h>
+
+#include <functional>
 #include <set>
 
-#include "EditorFixture.h"
+#include "EditorStage.h"
+#include "EffectInstance.h"
+#include "EffectParameters.h"
 #include "HostileEffect.h"
-#include "NSAssertionHandler.h"
-#include "NSException.h"
-#include "RegisterEffects.h"
+#include "StandIn.h"
 #include "jxAUGraphDisplay.h"
 #include "jxAURotaryKnob.h"
-#include "jxAppleAUGUI_ViewFactory.h"
 
 namespace {
 
-constexpr const char* codes[] = {"mcmp", "dcmp", "lmtr", "filt", "lpas", "bpas",
-                                 "pmeq", "mrev", "dely", "sdly", "tmpt"};
-
-class HostileEffects : public EditorTest {
+class HostileEffects : public testing::Test, public EditorStage {
  protected:
-  HostileEffects() { RegisterEffects(); }
-  ~HostileEffects() override {
-    close();
-    faults() = {};
-  }
+  ~HostileEffects() override { close(); }
 
-  /// False when the factory refuses to make an editor, which is an answer too.
-  bool openHostile(const std::string& code) {
-    unit = openUnit(hostileComponent(code));
-    std::shared_ptr<NSView> view;
-    NSGuardCallback("opening", [&] {
-      view = std::make_shared<jxAppleAUGUI_ViewFactory>()->uiViewForAudioUnit_withSize(unit.get(), {});
-    });
-    if (!view) return false;
-    show(view);
-    return true;
+  /// False when there is no editor of it, which is an answer too.
+  bool openHostile(Component real) {
+    forgetLog();
+    const auto rows = std::make_shared<std::vector<AUParameterRow>>();
+    const Unit model = openUnit(real);
+    for (const EffectParameter& p : effectParameters(model.get())) {
+      AudioUnitParameterInfo info;
+      UInt32 size = sizeof info;
+      AudioUnitGetProperty(model.get(), kAudioUnitProperty_ParameterInfo, 0, p.id, &info, &size);
+      rows->push_back({p.id, "some parameter", info.unit, p.minValue, p.maxValue, p.defaultValue,
+                       p.flags & ~UInt32{kAudioUnitParameterFlag_ValuesHaveStrings}});
+    }
+    return open(openUnit(
+        standIn(effectCode(real), [this, rows] { return std::make_unique<HostileEffect>(rows, faults); })));
+  }
+  /// For each effect of this system: closes what the test leaves open, and sees that nothing was said twice.
+  void forEach(const std::function<void(Component)>& test) {
+    for (const Component real : allEffects()) {
+      SCOPED_TRACE(effectCode(real));
+      faults = {};
+      test(real);
+      expectNothingTwice();
+    }
+  }
+  void expectNothingTwice() {
+    close();
+    std::set<std::string> seen;
+    for (const std::string& line : log) EXPECT_TRUE(seen.insert(line).second) << line;
   }
 
   void tellChange() {
@@ -45,90 +57,70 @@ class HostileEffects : public EditorTest {
       AUEventListenerNotify(nullptr, nullptr, &event);
     }
   }
-
   /// A bit of everything: ticks, automation, a drag of each knob and of the first handle, a redraw.
   void use() {
-    for (AudioUnitParameterID id = 0; id < 20; ++id) automate(id, static_cast<float>(id) * 7);
+    for (AudioUnitParameterID id = 0; id < 20; ++id) set(id, static_cast<float>(id) * 7);
     advance(0.2);
     for (const auto* knob : all<jxAURotaryKnob>(*editor)) {
       press(*knob);
-      display_.moveBy(0, 30);
+      moveBy(0, 30);
       advance(0.1);
-      display_.release();
-      display_.wheel(middleOnScreen(*knob), 1);
+      release();
+      wheel(middleOf(*knob), 1);
     }
-    for (auto* graph : all<jxAUGraphDisplay>(*editor)) {
+    for (const auto* graph : all<jxAUGraphDisplay>(*editor)) {
       press(*graph);
-      display_.moveBy(5, 5);
-      display_.release();
+      moveBy(5, 5);
+      release();
     }
     advance(0.2);
     window->snapshot();
   }
 
-  /// Lines that are there twice.
-  Lines repeated() const {
-    Lines twice;
-    std::set<std::string> seen;
-    for (const std::string& line : log_)
-      if (!seen.insert(line).second) twice.push_back(line);
-    return twice;
-  }
+  Faults faults;
 };
 
-}  // namespace
-
 TEST_F(HostileEffects, RefuseAnyOneOfTheirProperties) {
-  for (const std::string code : codes) {
+  forEach([&](Component real) {
     // All of the first, then fewer and fewer: an editor of fifty knobs asks the same fifty times.
     bool wasAsked = true;
     for (int failing = 0; wasAsked; failing += 1 + failing / 12) {
-      SCOPED_TRACE(code + ", read " + std::to_string(failing));
-      forgetLog();
-      faults() = {.failingRead = failing};
-      if (openHostile(code)) {
+      faults = {.failingRead = failing};
+      if (openHostile(real)) {
         advance(0.3);
         window->snapshot();
       } else {
-        EXPECT_FALSE(log_.empty());
+        EXPECT_FALSE(log.empty());
       }
-      close();
-      EXPECT_EQ(repeated(), Lines());
-      wasAsked = faults().reads > failing;
+      expectNothingTwice();
+      wasAsked = faults.reads > failing;
     }
-  }
+  });
 }
 
 TEST_F(HostileEffects, ChangeTheirRangesAndLoseTheirParameters) {
-  for (const std::string code : codes) {
-    for (const float widening : {3.0f, 0.0f, -1.0f}) {
-      SCOPED_TRACE(code + ", " + std::to_string(widening) + " times as wide");
-      faults() = {};
-      ASSERT_TRUE(openHostile(code)) << testing::PrintToString(log_);
-      forgetLog();
-      faults().widening = widening;
+  for (const float widening : {3.0f, 0.0f, -1.0f})
+    forEach([&](Component real) {
+      ASSERT_TRUE(openHostile(real)) << testing::PrintToString(log);
+      faults.widening = widening;
       tellChange();
       use();
-      faults().hasLists = false;
+      faults.hasLists = false;
       tellChange();
       use();
-      close();
-      EXPECT_EQ(repeated(), Lines());
-    }
-  }
+    });
 }
 
 TEST_F(HostileEffects, RenderNoNumbersOrNothingAtAll) {
-  for (const std::string code : {"filt", "lpas", "bpas", "pmeq", "mrev"})
-    for (const auto sound : {Faults::Sound::notANumber, Faults::Sound::refused}) {
-      SCOPED_TRACE(code + (sound == Faults::Sound::refused ? ", refused" : ", no numbers"));
-      faults() = {};
-      ASSERT_TRUE(openHostile(code)) << testing::PrintToString(log_);
+  for (const auto sound : {Faults::Sound::notANumber, Faults::Sound::refused})
+    for (const char* code : {"filt", "lpas", "bpas", "pmeq", "mrev"}) {
+      SCOPED_TRACE(code);
+      faults = {};
+      ASSERT_TRUE(openHostile(registeredEffect(code))) << testing::PrintToString(log);
       const Bitmap before = picture();
-      forgetLog();
-      faults().sound = sound;
+      faults.sound = sound;
       for (int i = 0; i < 10; ++i) {
-        automate(1, static_cast<float>(i));
+        set(1, static_cast<float>(i));
         advance(0.1);
       }
       // The panel round the plot looks as before.
@@ -138,21 +130,18 @@ TEST_F(HostileEffects, RenderNoNumbersOrNothingAtAll) {
       for (const NSRect side : {NSMakeRect(0, 0, w, rim), NSMakeRect(0, h - rim, w, rim),
                                 NSMakeRect(0, 0, rim, h), NSMakeRect(w - rim, 0, rim, h)})
         EXPECT_EQ(differences(before, after, NSOffsetRect(side, graph.origin.x, graph.origin.y)), 0);
-      close();
-      EXPECT_FALSE(log_.empty());
-      EXPECT_EQ(repeated(), Lines());
+      EXPECT_FALSE(log.empty());
+      expectNothingTwice();
     }
 }
 
 TEST_F(HostileEffects, AreClosedUnderTheirEditor) {
-  for (const std::string code : codes) {
-    SCOPED_TRACE(code);
-    ASSERT_TRUE(openHostile(code)) << testing::PrintToString(log_);
-    forgetLog();
+  forEach([&](Component real) {
+    ASSERT_TRUE(openHostile(real)) << testing::PrintToString(log);
     unit.reset();
     advance(1);
     use();
-    close();
-    EXPECT_EQ(repeated(), Lines());
-  }
+  });
 }
+
+}  // namespace

@@ -1,46 +1,28 @@
-#include <cmath>
-#include <functional>
+#include <gtest/gtest.h>
 
-#include "EditorFixture.h"
+#include <cmath>
+
+#include "ActionLog.h"
+#include "EditorStage.h"
 #include "jxAUKnobOverlayWindow.h"
 #include "jxAURotaryKnob.h"
 
 namespace {
 
-using Log = std::vector<std::string>;
-
 /// A knob of 0 to 1 in a window, whose target writes down what it is told.
-class Tracking : public EditorTest {
+class Tracking : public testing::Test, public EditorStage {
  protected:
-  class Target : public NSObject {
-   public:
-    const Class& isa() const override {
-      static const Class c = Class::of<Target>("KnobTarget", NSObject::record())
-                                 .answers<&Target::begin>("beginAction:")
-                                 .answers<&Target::end>("endAction:")
-                                 .answers<&Target::changed>("changed:");
-      return c;
-    }
-    void begin(NSObject*) { told.push_back("begin"); }
-    void end(NSObject*) { told.push_back("end"); }
-    void changed(NSObject*) { told.push_back("changed"); }
-    Log told;
-  };
-
   Tracking() {
     knob->setMin_max(0, 1);
     knob->setMouseRange(100);
     knob->setTarget(target.get());
-    knob->setAction(NSSelectorFromString("changed:"));
-    const auto view = std::make_shared<NSView>(NSMakeRect(0, 0, 400, 200));
-    view->addSubview(knob);
-    show(view);
+    knob->setAction(NSSelectorFromString("turned:"));
+    showInside({400, 200}, knob);
   }
-  void press(unsigned modifiers = 0) { display_.press(middleOnScreen(*knob), modifiers); }
   double turned(double from = 0) const { return knob->doubleValue() - from; }
 
-  std::shared_ptr<jxAURotaryKnob> knob = std::make_shared<jxAURotaryKnob>(NSMakeRect(200, 80, 41, 41));
-  std::shared_ptr<Target> target = std::make_shared<Target>();
+  std::shared_ptr<jxAURotaryKnob> knob = std::make_shared<jxAURotaryKnob>(NSMakeRect(0, 0, 41, 41));
+  std::shared_ptr<ActionLog> target = std::make_shared<ActionLog>();
 };
 
 /// What the position does in the first ticks after a motion, computed from the rule: half the old velocity
@@ -71,9 +53,9 @@ TEST_F(Tracking, IntegratesTheMotionOfEachTickAndCoasts) {
   for (const auto& row : rows) {
     knob->setDoubleValue(0.1);
     knob->setMouseRange(row.range);
-    press();
-    display_.moveBy(row.dx / 2, row.dy / 2, row.modifiers);
-    display_.moveBy(row.dx / 2, row.dy / 2, row.modifiers);
+    press(*knob);
+    moveBy(row.dx / 2, row.dy / 2, row.modifiers);
+    moveBy(row.dx / 2, row.dy / 2, row.modifiers);
     EXPECT_EQ(turned(0.1), 0) << "only ticks move the knob";
     double sum = 0;
     for (const double step :
@@ -82,89 +64,63 @@ TEST_F(Tracking, IntegratesTheMotionOfEachTickAndCoasts) {
       sum += step;
       EXPECT_NEAR(turned(0.1), sum, 1e-6) << row.dx << " " << row.dy << " range " << row.range;
     }
-    display_.release();
+    release();
   }
-  const auto coasting = expectedSteps(0, 30, 100, 3);
-  EXPECT_NEAR(coasting[2] / coasting[1], 0.354, 0.001);
 }
 
-TEST_F(Tracking, TellsTheGestureInOrderAndGivesThePointerBack) {
-  press();
-  EXPECT_TRUE(display_.isPointerHidden());
-  display_.moveBy(0, 2000);  // far beyond the screen
-  advance(0.2);
-  EXPECT_EQ(turned(), 1);
-  const size_t changes = target->told.size();
-  advance(0.2);
-  EXPECT_EQ(target->told.size(), changes) << "at the end of the sweep nothing changes any more";
-  display_.release();
-  EXPECT_FALSE(display_.isPointerHidden());
-  EXPECT_EQ(display_.pointer(), middleOnScreen(*knob));
-
-  target->told.clear();
-  press();
-  display_.release();
-  EXPECT_EQ(target->told, Log({"begin", "end", "changed"}));
-  advance(0.2);
-  EXPECT_EQ(turned(), 1);
-}
-
-TEST_F(Tracking, LeavesNoMotionForTheNextPressAndLosesNoneWithoutTime) {
-  press();
-  display_.moveBy(0, 50);
-  display_.release();
-  press();
-  advance(0.2);
-  EXPECT_EQ(turned(), 0);
-
-  display_.moveBy(0, 30);
+TEST_F(Tracking, LosesNoMotionWithoutTime) {
+  press(*knob);
+  moveBy(0, 30);
   knob->knobTimerProc(nullptr);  // in the very instant of the last tick
   EXPECT_EQ(turned(), 0);
   advance(0.05);
   EXPECT_NEAR(turned(), expectedSteps(0, 30, 100, 1)[0], 1e-6);
-  display_.release();
 }
 
-TEST_F(Tracking, OptionReturnsToTheDefaultIfThereIsOne) {
-  knob->setDoubleValue(0.7);
-  press(NSAlternateKeyMask);
-  display_.release();
-  EXPECT_EQ(turned(), 0.7);
-  knob->setDefaultValue(0.25);
-  press(NSAlternateKeyMask);
-  EXPECT_EQ(turned(), 0.25);
-  display_.moveBy(0, 80);
-  display_.moveBy(0, 80, NSAlternateKeyMask);
-  advance(0.2);
-  EXPECT_EQ(turned(), 0.25) << "held, it drops what was gathered";
-  display_.release();
-}
-
-TEST_F(Tracking, WheelMovesByFiftieths) {
+TEST_F(Tracking, TellsItsTargetInOrderWhatHandsDo) {
   const struct {
-    float deltaY, deltaX;
-    double from, to;
-  } rows[] = {{1, 0, 0.5, 0.52}, {-1, 0, 0.5, 0.48}, {0, 1, 0.5, 0.498}, {-9, 0, 0.1, 0}, {2, 0, 0.99, 1}};
+    const char* script;
+    double from, standard;
+    const char* told;
+  } rows[] = {
+      {"click .knob", 0.3, NAN, "begin, end, turned 0.30"},
+      {"press .knob; drag 0 2000; wait 0.4; release", 0.99, NAN, "begin, turned 1.00, end, turned 1.00"},
+      {"press .knob; drag 0 50; release; press .knob; wait 0.2; release", 0, NAN,
+       "begin, end, turned 0.00, begin, end, turned 0.00"},
+      {"click .knob option", 0.7, NAN, "begin, end, turned 0.70"},
+      {"click .knob option", 0.7, 0.25, "begin, end, turned 0.25"},
+      {"press .knob option; drag 0 80; drag 0 80 option; wait 0.2; release", 0.7, 0.25,
+       "begin, end, turned 0.25"},  // held, it drops what was gathered
+      {"wheel .knob 1", 0.5, NAN, "turned 0.52"},
+      {"wheel .knob -1", 0.5, NAN, "turned 0.48"},
+      {"wheel .knob -9", 0.1, NAN, "turned 0.00"},
+      {"wheel .knob 2", 0.99, NAN, "turned 1.00"},
+  };
   for (const auto& row : rows) {
     knob->setDoubleValue(row.from);
-    target->told.clear();
-    display_.wheel(middleOnScreen(*knob), row.deltaY, row.deltaX);
-    EXPECT_NEAR(turned(), row.to, 1e-6);
-    EXPECT_EQ(target->told, Log({"changed"}));
+    if (!std::isnan(row.standard)) knob->setDefaultValue(row.standard);
+    play(row.script);
+    EXPECT_EQ(target->take(), row.told) << row.script;
+    EXPECT_EQ(window->isInGesture() || display.isPointerHidden(), false);
   }
+  knob->setDoubleValue(0.5);
+  display.wheel(onScreen(middleOf(*knob)), 0, 1);
+  EXPECT_NEAR(turned(), 0.498, 1e-6) << "sideways";
+  play("press .knob; drag 500 2000; release");
+  EXPECT_EQ(display.pointer(), onScreen(middleOf(*knob)));
 }
 
 TEST_F(Tracking, EndStopIsShownForAWhileAndOnlyOnce) {
   knob->setDoubleValue(0.5);
-  press();
+  press(*knob);
   EXPECT_FALSE(knob->showsRedLimit());
-  display_.moveBy(0, -500);
+  moveBy(0, -500);
   advance(0.05);
   EXPECT_TRUE(knob->showsRedLimit());
-  display_.release();
+  release();
   advance(1);
   const size_t timers = NSRunLoop::currentRunLoop().timerCount();
-  display_.wheel(middleOnScreen(*knob), -1);
+  play("wheel .knob -1");
   EXPECT_EQ(NSRunLoop::currentRunLoop().timerCount(), timers) << "at the end again, it starts nothing anew";
   advance(0.45);
   EXPECT_TRUE(knob->showsRedLimit());
@@ -173,26 +129,59 @@ TEST_F(Tracking, EndStopIsShownForAWhileAndOnlyOnce) {
 }
 
 TEST_F(Tracking, BrokenGesturesEndOnceAndGiveThePointerBack) {
-  const std::vector<std::pair<const char*, std::function<void()>>> ways{
-      {"Escape", [this] { display_.key(NSKey::escape); }},
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"Escape", [this] { key(NSKey::escape); }},
       {"hidden", [this] { knob->setHidden(true); }},
-      {"pointer lost", [this] { display_.windows().front()->client().displayLostPointer(); }},
+      {"pointer lost", [this] { client().displayLostPointer(); }},
       {"removed", [this] { knob->removeFromSuperview(); }},
       {"window closed", [this] { window->close(); }},
   };
   for (const auto& [name, end] : ways) {
-    target->told.clear();
-    press();
+    press(*knob);
     end();
-    EXPECT_FALSE(display_.isPointerHidden()) << name;
+    EXPECT_FALSE(display.isPointerHidden()) << name;
     EXPECT_FALSE(jxAURotaryKnob::overlayWindow()->isVisible()) << name;
-    display_.release();
-    EXPECT_EQ(target->told, Log({"begin", "end", "changed"})) << name;
+    release();
+    EXPECT_EQ(target->take(), "begin, end, turned 0.00") << name;
     knob->setHidden(false);
-    if (std::string(name) == "removed") editor->addSubview(knob);
+    window->contentView()->addSubview(knob);
   }
   advance(2);
   EXPECT_EQ(NSRunLoop::currentRunLoop().timerCount(), 0u);
+}
+
+TEST_F(Tracking, TheOverlayLiesRoundThePressedKnobAndShowsItsValueAndUnit) {
+  const auto made = [](NSRect frame) {
+    auto one = std::make_shared<jxAURotaryKnob>(frame);
+    one->setMin_max(0, 1000);
+    one->setIntegerOnly(true);
+    return one;
+  };
+  const auto ground = std::make_shared<NSView>(NSMakeRect(0, 0, 700, 300));
+  const auto first = made(NSMakeRect(300, 100, 40, 40)), second = made(NSMakeRect(500, 150, 40, 40));
+  first->setUnit("smp");
+  first->setDoubleValue(441);
+  ground->addSubview(first);
+  ground->addSubview(second);
+  show(ground);
+  jxAUKnobOverlayWindow& overlay = *jxAURotaryKnob::overlayWindow();
+  const std::optional<std::string>& text = overlay.view().text();
+
+  press(*first);
+  EXPECT_EQ(text, "441 smp");
+  EXPECT_EQ(NSMaxX(overlay.frame()), 100 + 340 + 15) << "the ring is round the knob";
+  EXPECT_EQ(NSMinY(overlay.frame()), 100 + 100 - 15);
+  second->setDoubleValue(13);
+  EXPECT_EQ(text, "441 smp") << "another knob's value";
+  first->setDoubleValue(500);
+  EXPECT_EQ(text, "500 smp");
+  EXPECT_EQ(display.windows().size(), 1u) << "inside the window it is a layer";
+  release();
+  EXPECT_FALSE(overlay.isVisible() || overlay.ownerIsEqualTo(first.get()));
+  press(*second);
+  EXPECT_EQ(text, "13");
+  EXPECT_EQ(overlay.frame(), NSMakeRect(100 + 500 - 110, 100 + 150 - 15, 165, 70));
+  release();
 }
 
 }  // namespace

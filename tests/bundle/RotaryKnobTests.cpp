@@ -1,19 +1,20 @@
 #include "jxAURotaryKnob.h"
 
+#include <gtest/gtest.h>
+
 #include <cmath>
-#include <limits>
 #include <numbers>
 
-#include "BundleFixture.h"
-#include "NSGraphicsContext.h"
+#include "EditorStage.h"
+#include "NSArchiver.h"
+#include "NSException.h"
+#include "NSUnarchiver.h"
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
-class RotaryKnobTests : public BundleFixture {
+class RotaryKnob : public testing::Test, public EditorStage {
  protected:
-  static std::shared_ptr<jxAURotaryKnob> knob(double min, double max, bool logarithmic = false,
+  static std::shared_ptr<jxAURotaryKnob> make(double min, double max, bool logarithmic = false,
                                               bool integer = false) {
     auto made = std::make_shared<jxAURotaryKnob>(NSMakeRect(0, 0, 41, 41));
     made->setMin_max(min, max);
@@ -21,84 +22,74 @@ class RotaryKnobTests : public BundleFixture {
     made->setIntegerOnly(integer);
     return made;
   }
-  /// The value over 0 to 1 that a linear knob would show there.
-  static double position(jxAURotaryKnob& k) {
-    k.setIntegerOnly(false);
-    k.setLogarithmic(false);
-    return (k.doubleValue() - k.minValue()) / (k.maxValue() - k.minValue());
+  static std::string archive(const jxAURotaryKnob& knob) {
+    return NSArchiver::archivedDataWithRootObject(knob);
+  }
+  static std::shared_ptr<jxAURotaryKnob> restored(const std::string& data) {
+    return std::dynamic_pointer_cast<jxAURotaryKnob>(NSUnarchiver::unarchiveObjectWithData(data));
   }
 };
 
-TEST_F(RotaryKnobTests, valueAndPosition) {
+TEST_F(RotaryKnob, ShowsAValueOfItsRangeAtItsPosition) {
   const struct {
     double min, max;
     bool logarithmic, integer;
     double set, value, position;
   } rows[] = {
-      {0, 100, false, false, 25, 25, 0.25},
-      {-12, 12, false, false, 6, 6, 0.75},
-      {0, 100, false, false, 130, 100, 1},
-      {0, 100, false, false, -1, 0, 0},
-      {20, 20000, true, false, 632.45553203, 632.45553203, 0.5},
-      {20, 20000, true, false, 20, 20, 0},
-      {20, 20000, true, false, 99999, 20000, 1},
-      {0, 10, false, true, 2.5, 3, 0.25},
-      {-10, 10, false, true, -2.5, -3, 0.375},
-      {0, 10, false, true, 2.4, 2, 0.24},
-      {0, 10, true, false, 5, 5, 0.5},  // cannot be logarithmic
-      {1, 100, true, true, 10, 10, 0.5},
-  };
+      {-12, 12, false, false, 6, 6, 0.75},       {0, 100, false, false, 130, 100, 1},
+      {0, 100, false, false, -1, 0, 0},          {20, 20000, true, false, 632.45553203, 632.45553203, 0.5},
+      {20, 20000, true, false, 99999, 20000, 1}, {0, 10, false, true, 2.5, 3, 0.25},
+      {-10, 10, false, true, -2.5, -3, 0.375},   {0, 10, true, false, 5, 5, 0.5},  // cannot be logarithmic
+      {1, 100, true, true, 10, 10, 0.5}};
   for (const auto& row : rows) {
-    const auto k = knob(row.min, row.max, row.logarithmic, row.integer);
-    k->setDoubleValue(row.set);
-    EXPECT_NEAR(k->doubleValue(), row.value, 1e-6) << row.set;
-    EXPECT_EQ(k->logarithmic(), row.logarithmic && row.min > 0);
-    EXPECT_NEAR(position(*k), row.position, 1e-9) << row.set;
+    const auto knob = make(row.min, row.max, row.logarithmic, row.integer);
+    knob->setDoubleValue(row.set);
+    EXPECT_NEAR(knob->doubleValue(), row.value, 1e-6) << row.set;
+    EXPECT_EQ(knob->logarithmic(), row.logarithmic && row.min > 0);
+    knob->setIntegerOnly(false);
+    knob->setLogarithmic(false);  // the position stays
+    EXPECT_NEAR((knob->doubleValue() - row.min) / (row.max - row.min), row.position, 1e-9) << row.set;
   }
 }
 
-TEST_F(RotaryKnobTests, rangeIsGuardedAndItsChangeMovesTheValueNotThePosition) {
+TEST_F(RotaryKnob, ItsRangeIsGuardedAndItsChangeMovesTheValueNotThePosition) {
   const struct {
     bool logarithmic, setsMax;
     double set, min, max;
   } rows[] = {
       // of 10 to 90 at its middle
-      {false, false, 20, 20, 90},  {false, false, 50, 50, 90},  {false, false, 51, 10, 90},
-      {false, false, 95, 10, 90},  {false, false, -5, -5, 90},  {true, false, 0, 1e-7, 90},
-      {false, false, nan, 10, 90}, {false, true, 70, 10, 70},   {false, true, 49, 10, 90},
-      {false, true, 10, 10, 90},   {false, true, 200, 10, 200}, {false, true, nan, 10, 90},
+      {false, false, 50, 50, 90}, {false, false, 51, 10, 90},  {false, false, -5, -5, 90},
+      {true, false, 0, 1e-7, 90}, {false, false, NAN, 10, 90}, {false, true, 70, 10, 70},
+      {false, true, 49, 10, 90},  {false, true, NAN, 10, 90},
   };
   for (const auto& row : rows) {
-    const auto k = knob(10, 90, row.logarithmic);
-    k->setDoubleValue(row.logarithmic ? 30 : 50);  // the middle of either scale
-    row.setsMax ? k->setMaxValue(row.set) : k->setMinValue(row.set);
-    EXPECT_EQ(k->minValue(), row.min) << row.set;
-    EXPECT_EQ(k->maxValue(), row.max) << row.set;
-    EXPECT_NEAR(k->doubleValue(), row.logarithmic ? std::sqrt(row.min * row.max) : (row.min + row.max) / 2,
+    const auto knob = make(10, 90, row.logarithmic);
+    knob->setDoubleValue(row.logarithmic ? 30 : 50);  // the middle of either scale
+    row.setsMax ? knob->setMaxValue(row.set) : knob->setMinValue(row.set);
+    EXPECT_EQ(knob->minValue(), row.min) << row.set;
+    EXPECT_EQ(knob->maxValue(), row.max) << row.set;
+    EXPECT_NEAR(knob->doubleValue(), row.logarithmic ? std::sqrt(row.min * row.max) : (row.min + row.max) / 2,
                 1e-9);
   }
 }
 
-TEST_F(RotaryKnobTests, wedge) {
+TEST_F(RotaryKnob, ItsWedgeLeadsFromTheBeginningOrTheMiddleToTheValue) {
   constexpr int angles[] = {235, 215, 170, 120, 95,
                             85,  60,  10,  -35, -55};  // counter-clockwise from the right
   const struct {
     bool panStyle;
     double position;
     const char* filled;  // one letter for each angle
-  } rows[] = {
-      {false, 0, "----------"},   {false, 0.1, "-x--------"},  {false, 0.25, "-xx-------"},
-      {false, 0.5, "-xxxx-----"}, {false, 0.75, "-xxxxxx---"}, {false, 1, "-xxxxxxxx-"},
-      {true, 0.5, "----------"},  {true, 0.25, "---xx-----"},  {true, 0, "-xxxx-----"},
-      {true, 0.75, "-----xx---"}, {true, 1, "-----xxxx-"},
-  };
+  } rows[] = {{false, 0, "----------"}, {false, 0.1, "-x--------"}, {false, 0.5, "-xxxx-----"},
+              {false, 1, "-xxxxxxxx-"}, {true, 0.5, "----------"},  {true, 0.25, "---xx-----"},
+              {true, 1, "-----xxxx-"}};
   for (const auto& row : rows) {
-    const auto k = knob(0, 1);
-    k->setPanStyle(row.panStyle);
-    k->setDoubleValue(row.position);
-    k->setMarkerColor(NSColor::colorWithCalibratedRed_green_blue_alpha(1, 0, 0, 1));
+    const auto knob = make(0, 1);
+    knob->setPanStyle(row.panStyle);
+    knob->setDoubleValue(row.position);
+    knob->setMarkerColor(colorOf(red));
     for (const float scale : {1.0f, 2.0f}) {
-      const Bitmap picture = drawn(*k, scale);
+      const Bitmap picture = drawn(*knob, scale);
       std::string filled;
       for (const int angle : angles) {
         const double radians = angle * std::numbers::pi / 180;
@@ -106,7 +97,7 @@ TEST_F(RotaryKnobTests, wedge) {
           return at(picture, static_cast<float>(20.5 + radius * std::cos(radians)),
                     static_cast<float>(20.5 + radius * std::sin(radians)));
         };
-        filled += probe(15) == Rgba{255, 0, 0, 255} ? 'x' : '-';
+        filled += probe(15) == red ? 'x' : '-';
         // The rim is grey at radius 19.5 wherever the sweep goes, whatever the value.
         const bool onSweep = angle < 225 && angle > -45;
         EXPECT_NEAR(probe(19.5)[3] == 255 ? probe(19.5)[2] : 0, onSweep ? 111 : 0, 3) << angle;
@@ -114,6 +105,50 @@ TEST_F(RotaryKnobTests, wedge) {
       EXPECT_EQ(filled, row.filled) << (row.panStyle ? "pan " : "") << row.position << " at scale " << scale;
     }
   }
+}
+
+TEST_F(RotaryKnob, ComesBackFromAnArchiveAndTurns) {
+  const auto knob = make(20, 20000, true);
+  knob->setDoubleValue(440);
+  knob->setNumberOfTickMarks(11);
+  knob->showEndpoints(true);
+  knob->setTag(-5);
+  knob->setKnobColor(std::make_shared<NSColor>(0.1f, 0.2f, 0.3f, 0.4f));
+  knob->setMarkerColor(knob->knobColor());
+  const auto copy = restored(archive(*knob));
+  EXPECT_EQ(copy->doubleValue(), knob->doubleValue());
+  EXPECT_EQ(copy->markerColor(), copy->knobColor());
+  EXPECT_EQ(archive(*copy), archive(*knob));
+  EXPECT_EQ(differences(drawn(*copy), drawn(*knob), copy->bounds()), 0);
+  for (const auto& each : {knob, copy}) {
+    showInside({300, 200}, each);
+    press(*each);
+    moveBy(0, 30);
+    advance(0.2);
+    release();
+  }
+  EXPECT_GT(copy->doubleValue(), 440);
+  EXPECT_EQ(copy->doubleValue(), knob->doubleValue());
+}
+
+TEST_F(RotaryKnob, AnArchiveThatCannotBeAKnobIsCorrectedOrRefused) {
+  const auto knob = make(1, 10, true);
+  knob->setMin_max(0, 10);  // has no logarithm any more
+  const auto linear = restored(archive(*knob));
+  EXPECT_FALSE(linear->logarithmic());
+  linear->setDoubleValue(5);
+  EXPECT_EQ(linear->doubleValue(), 5);
+
+  std::string data = archive(*knob);
+  const size_t position = data.find('i', data.find("NSColor") + 60);  // the tick count follows the position
+  ASSERT_EQ(data[position - 9], 'd');
+  const std::pair<double, double> positions[] = {{7, 10}, {-1, 0}, {NAN, 0}};
+  for (const auto& [written, value] : positions) {
+    data.replace(position - 8, 8, reinterpret_cast<const char*>(&written), 8);
+    EXPECT_EQ(restored(data)->doubleValue(), value) << written;
+  }
+  knob->setMarkerColor(nullptr);
+  EXPECT_THROW(restored(archive(*knob)), NSException);
 }
 
 }  // namespace

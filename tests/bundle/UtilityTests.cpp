@@ -1,36 +1,24 @@
-#include "BundleFixture.h"
-#include "NSBox.h"
+#include <gtest/gtest.h>
+
+#include "EditorStage.h"
 #include "NSGraphicsContext.h"
 #include "NSImageUtils.h"
 #include "NSViewUtils.h"
+#include "jxAppleAUView.h"
 
 namespace {
 
-class UtilityTests : public BundleFixture {};
+class Utility : public testing::Test, public EditorStage {};
 
-TEST_F(UtilityTests, numbersAreCutToSixCharactersAndLoseTheirTrailingZeros) {
-  const struct {
-    float value;
-    const char* text;
-  } rows[] = {{0.5f, "0.5"},
-              {1, "1"},
-              {12.3456f, "12.345"},
-              {12345.678f, "12345"},
-              {-0.25f, "-0.25"},
-              {440, "440"},
-              {100000, "100000"},
-              {0.00004f, "0"},
-              {0.00006f, "0.0001"},
-              {1234567, "123456"},
-              {-12.3456f, "-12.34"},
-              {1000.5f, "1000.5"},
-              {10, "10"},
-              {-0.00001f, "-0"}};
-  for (const auto& row : rows)
-    EXPECT_EQ(stringWithNiceFloatValue_digits(row.value, 6), row.text) << row.value;
+TEST_F(Utility, NumbersAreCutToSixCharactersAndLoseTheirTrailingZeros) {
+  const std::pair<float, const char*> rows[] = {
+      {0.5f, "0.5"},         {1, "1"},         {12.3456f, "12.345"}, {12345.678f, "12345"},
+      {100000, "100000"},    {0.00004f, "0"},  {0.00006f, "0.0001"}, {1234567, "123456"},
+      {-12.3456f, "-12.34"}, {-0.00001f, "-0"}};
+  for (const auto& [value, text] : rows) EXPECT_EQ(stringWithNiceFloatValue_digits(value, 6), text) << value;
 }
 
-TEST_F(UtilityTests, ninePiecesKeepTheirCornersAndLimitThemByTheTarget) {
+TEST_F(Utility, NinePiecesKeepTheirCornersAndLimitThemByTheTarget) {
   // Red grows by 4 a column, green by 4 a row: every pixel tells where it came from.
   const auto image = NSImage::initWithSize({60, 60});
   image->lockFocus();
@@ -40,46 +28,27 @@ TEST_F(UtilityTests, ninePiecesKeepTheirCornersAndLimitThemByTheTarget) {
       NSBezierPath::fillRect(NSMakeRect(static_cast<float>(x), static_cast<float>(y), 1, 1));
     }
   image->unlockFocus();
-  const struct { float side, corner; } rows[] = {{30, 14}, {100, 20}};  // 20 asked for
-  for (const auto& row : rows) {
-    Bitmap target({row.side, row.side}, 1);
-    {
-      const NSGraphicsContext context(target);
-      drawInRect_cornerSizeX_cornerSizeY_operation_fraction(*image, NSMakeRect(0, 0, row.side, row.side), 20,
-                                                            20, NSCompositeSourceOver, 1);
-    }
-    for (float i = 0; i < row.side; ++i) {
-      const float far = row.side - 1 - i;  // counted from the other end
-      const Rgba column = at(target, i, 2), line = at(target, 2, i);
-      EXPECT_EQ(column[1], 8);
-      EXPECT_EQ(line[0], 8);
-      const bool near = i < row.corner;
-      if (near || far < row.corner) {
-        const auto expected = static_cast<int>(4 * (near ? i : 59 - far));
-        EXPECT_EQ(column[0], expected) << row.side << " at " << i;
-        EXPECT_EQ(line[1], expected) << row.side << " at " << i;
-      } else {  // stretched: from the middle of the image, evenly
-        const float middle =
-            row.corner + (i + 0.5f - row.corner) * (60 - 2 * row.corner) / (row.side - 2 * row.corner);
-        EXPECT_NEAR(column[0], 4 * (middle - 0.5f), 10) << row.side << " at " << i;
-        EXPECT_NEAR(line[1], 4 * (middle - 0.5f), 10) << row.side << " at " << i;
-      }
+  const std::pair<float, float> rows[] = {{30, 14},
+                                          {100, 20}};  // side of the target, its corners: 20 asked for
+  for (const auto& [side, corner] : rows) {
+    const NSRect target{{0, 0}, {side, side}};
+    const Bitmap picture = painted(target.size, 1, [&] {
+      drawInRect_cornerSizeX_cornerSizeY_operation_fraction(*image, target, 20, 20, NSCompositeSourceOver, 1);
+    });
+    for (float i = 0; i < side; ++i) {
+      const float fromEnd = side - 1 - i;
+      const bool isCorner = i < corner || fromEnd < corner;
+      const float from = i < corner ? i
+                         : isCorner
+                             ? 59 - fromEnd
+                             : corner + (i + 0.5f - corner) * (60 - 2 * corner) / (side - 2 * corner) - 0.5f;
+      const float tolerance = isCorner ? 0 : 10;  // the middle is stretched, evenly
+      EXPECT_NEAR(at(picture, i, 2)[0], 4 * from, tolerance) << side << " at " << i;
+      EXPECT_NEAR(at(picture, 2, i)[1], 4 * from, tolerance) << side << " at " << i;
+      EXPECT_EQ(at(picture, i, 2)[1], 8);
     }
   }
 }
-
-class Listener : public NSView {
- public:
-  using NSView::NSView;
-  const Class& isa() const override { return record(); }
-  static const Class& record() {
-    static const Class c =
-        Class::of<Listener>("Listener", NSView::record()).answers<&Listener::hear>("hear:");
-    return c;
-  }
-  void hear(NSObject* object) { heard.push_back(object); }
-  std::vector<NSObject*> heard;
-};
 
 /// Draws a slanted line on a translucent ground.
 class Ground : public NSView {
@@ -99,31 +68,68 @@ class Ground : public NSView {
   std::shared_ptr<NSColor> color_;
 };
 
-TEST_F(UtilityTests, whatLiesBehindAViewIsWhatTheScreenShowsThere) {
+TEST_F(Utility, WhatLiesBehindAViewIsWhatTheScreenShowsThere) {
   for (const float scale : {1.0f, 2.0f}) {
-    const OffscreenDisplay display(scale);
+    Stage stage(scale);
     const auto root = std::make_shared<Ground>(NSMakeRect(0, 0, 120, 90), NSColor::blueColor());
     const auto middle = std::make_shared<Ground>(NSMakeRect(11, 7, 80, 70), vellColor_alpha(0xC04010, 1));
     const auto view = std::make_shared<NSView>(NSMakeRect(13, 5, 40, 50));
     root->addSubview(middle);
     middle->addSubview(view);
-    const auto window = show(root);
+    stage.show(root);
     const auto image = NSImage::initWithSize(view->frame().size);
     image->lockFocus();
     NSColor::whiteColor()->set();
     NSBezierPath::fillRect(view->bounds());
     drawSuperViewsAsOpaqueBackground(*view);
     image->unlockFocus();
-
-    Bitmap behind({120, 90}, scale);
-    {
-      const NSGraphicsContext context(behind);
-      image->drawInRect_fromRect_operation_fraction(NSMakeRect(24, 12, 40, 50), NSZeroRect,
-                                                    NSCompositeSourceOver, 1);
-    }
+    const NSRect where = NSMakeRect(24, 12, 40, 50);
+    const Bitmap behind = painted({120, 90}, scale, [&] {
+      image->drawInRect_fromRect_operation_fraction(where, NSZeroRect, NSCompositeSourceOver, 1);
+    });
     EXPECT_NE(at(behind, 40, 30), at(behind, 25, 60)) << "nothing was drawn";
-    EXPECT_EQ(differences(behind, *window->snapshot(), NSMakeRect(24, 12, 40, 50)), 0) << "scale " << scale;
+    EXPECT_EQ(differences(behind, *stage.window->snapshot(), where), 0) << "scale " << scale;
   }
+}
+
+class IdleCounter : public jxAppleAUView {
+ public:
+  using jxAppleAUView::jxAppleAUView;
+  void idle() override { ++count; }
+  int count = 0;
+};
+
+TEST_F(Utility, IdleComesWhileTheWindowShowsAnEffect) {
+  auto view = std::make_shared<IdleCounter>(NSMakeRect(0, 0, 420, 158));
+  NSRunLoop& loop = NSRunLoop::currentRunLoop();
+  const size_t timers = loop.timerCount();
+  show(view);
+  unit = openTestEffect();
+  const auto ticks = [&] {
+    view->count = 0;
+    advance(1);
+    return view->count;
+  };
+  view->startTimerWithInterval(0.1);
+  EXPECT_EQ(ticks(), 0) << "no effect yet";
+  view->setAU(jxAUwrapper::wrapperWithAU(unit.get()));
+  EXPECT_EQ(ticks(), 10);
+  view->startTimerWithInterval(0.1);
+  EXPECT_EQ(loop.timerCount(), timers + 1) << "in place of the first";
+  for (const auto mode : {NSEventTrackingRunLoopMode, NSModalPanelRunLoopMode, NSDefaultRunLoopMode}) {
+    loop.setCurrentMode(mode);
+    EXPECT_EQ(ticks(), 10);
+  }
+  window->orderOut(nullptr);
+  EXPECT_EQ(ticks(), 0);
+  window->makeKeyAndOrderFront();
+  EXPECT_EQ(ticks(), 10) << "the timer went on";
+  window.reset();
+  EXPECT_EQ(ticks(), 0);
+  EXPECT_EQ(loop.timerCount(), timers);
+  const std::weak_ptr<IdleCounter> watched = view;
+  view.reset();
+  EXPECT_TRUE(watched.expired()) << "nothing holds the editor any more";
 }
 
 }  // namespace

@@ -7,18 +7,7 @@
 #include "NSLog.h"
 #include "jxAUParam.h"
 
-namespace {
-
-Component effectNumber(size_t number) {
-  const ComponentDescription all{.componentType = FourCharCode("aufx")};
-  Component component = FindNextComponent(nullptr, &all);
-  for (; number > 0; --number) component = FindNextComponent(component, &all);
-  return component;
-}
-
-}  // namespace
-
-FuzzStage::FuzzStage(size_t number) : FuzzStage((bundle(), effectNumber(number % effects))) {}
+FuzzStage::FuzzStage(size_t number) : FuzzStage((bundle(), allEffects().at(number % effects))) {}
 
 FuzzStage::FuzzStage(Component component) {
   NSSetLogSink([](std::string_view line) { must(false, "nothing is logged: " + std::string(line)); });

@@ -13,7 +13,7 @@ class FuzzStage : public EditorStage {
   static constexpr size_t effects = 15;
   /// `effect` counts in the order of the four-letter codes' registration.
   explicit FuzzStage(size_t effect);
-  explicit FuzzStage(const std::string& code) : FuzzStage((bundle(), componentWithCode(code))) {}
+  explicit FuzzStage(const std::string& code) : FuzzStage((bundle(), registeredEffect(code))) {}
   /// Closes, and sees that nothing is left.
   ~FuzzStage() override;
 

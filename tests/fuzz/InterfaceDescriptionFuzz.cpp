@@ -37,7 +37,7 @@ const ScratchBundle& scratch() {
 
 /// As the factory and a host do it, with the effect that the class of the editor is for.
 void use(EditorStage& stage, const std::shared_ptr<jxAppleAUView>& view) {
-  if (const Component component = componentWithCode(view->isa().name().substr(0, 4))) {
+  if (const Component component = registeredEffect(view->isa().name().substr(0, 4))) {
     stage.unit = openUnit(component);
     view->setAU(jxAUwrapper::wrapperWithAU(stage.unit.get()));
   }

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "EffectInstance.h"
 #include "EffectParameters.h"
 #include "RegisterEffects.h"
 #include "jxAUCompGraphView.h"
@@ -51,7 +52,7 @@ const EditorBundle& EditorStage::bundle() {
 }
 
 void EditorStage::open(const std::string& code) {
-  open(componentWithCode(code));
+  open(registeredEffect(code));
 }
 
 void EditorStage::open(Component component) {
@@ -117,10 +118,11 @@ NSPoint EditorStage::place(const std::string& name) {
   return view.convertPoint_toView({point.x + dx, point.y + dy}, nullptr);
 }
 
-Component componentWithCode(const std::string& code) {
-  ComponentDescription wanted{.componentType = FourCharCode("aufx")};
-  for (const char c : code)
-    wanted.componentSubType = wanted.componentSubType << 8 | static_cast<unsigned char>(c);
-  wanted.componentManufacturer = FourCharCode("Tovn");
-  return FindNextComponent(nullptr, &wanted);
+std::vector<Component> allEffects() {
+  std::vector<Component> effects;
+  const ComponentDescription ours{.componentType = FourCharCode("aufx"),
+                                  .componentManufacturer = FourCharCode("Tovn")};
+  for (Component c = FindNextComponent(nullptr, &ours); c; c = FindNextComponent(c, &ours))
+    effects.push_back(c);
+  return effects;
 }

@@ -4,6 +4,7 @@
 
 #include "AUEventListener.h"
 #include "EditorBundle.h"
+#include "EffectInstance.h"
 #include "Stage.h"
 #include "TestEffect.h"
 
@@ -51,5 +52,5 @@ class EditorStage : public Stage {
   Lines heard_;
 };
 
-/// The component with that four-letter code; null when there is none.
-Component componentWithCode(const std::string& code);
+/// The effects of this system, in the order of their codes' registration.
+std::vector<Component> allEffects();

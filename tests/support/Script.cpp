@@ -157,7 +157,7 @@ void Hands::set(unsigned parameter, float) {
 
 std::string heardLine(unsigned parameter, float value) {
   std::array<char, 32> text;
-  const auto end = std::to_chars(text.begin(), text.end(), value, std::chars_format::general, 4).ptr;
+  const auto end = std::to_chars(text.begin(), text.end(), value, std::chars_format::general, 5).ptr;
   return std::to_string(parameter) + " = " + std::string(text.begin(), end);
 }
 

@@ -36,7 +36,7 @@ class Hands {
   virtual Lines heard() { return {}; }
 };
 
-/// "5 = -20", with four digits.
+/// "5 = -20", with five digits.
 std::string heardLine(unsigned parameter, float value);
 
 /// Plays steps that ';' or a line's end separates, and answers what was heard meanwhile, joined by ", ":

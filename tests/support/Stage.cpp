@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
+#include <utility>
 
 #include "Class.h"
-#include "NSLog.h"
 #include "NSPopUpButton.h"
 #include "NSTextField.h"
 
@@ -29,12 +29,12 @@ bool differ(const Pixel& a, const Pixel& b) {
 
 }  // namespace
 
-Stage::Stage(float scale) : display(scale) {
+Stage::Stage(float scale) : display(scale), previousLog_(NSSetLogSink(nullptr)) {
   forgetLog();
 }
 
 Stage::~Stage() {
-  NSSetLogSink(nullptr);
+  NSSetLogSink(std::move(previousLog_));
 }
 
 void Stage::advance(double seconds) {

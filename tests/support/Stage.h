@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Canvas.h"
+#include "NSLog.h"
 #include "NSRunLoop.h"
 #include "NSWindow.h"
 #include "OffscreenDisplay.h"
@@ -59,6 +60,9 @@ class Stage : public Hands {
  protected:
   /// The view that a name without its places means; `name` becomes the rest.
   NSView& viewNamed(std::string& name) const;
+
+ private:
+  NSLogSink previousLog_;
 };
 
 /// What a view draws, alone, on transparent ground.

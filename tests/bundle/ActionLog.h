@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "NSControl.h"
+#include "NumberText.h"
+
+/// A target and delegate that writes down what it is told: "turned 12.00" for an action of a control with
+/// that value, "begin", "end" and "changed" for beginAction:, endAction: and valueChanged:. What is told
+/// again at once stands once.
+class ActionLog : public NSObject {
+ public:
+  const Class& isa() const override { return record(); }
+  static const Class& record() {
+    static const Class c = Class::of<ActionLog>("ActionLog", NSObject::record())
+                               .answers<&ActionLog::turned>("turned:")
+                               .answers<&ActionLog::began>("beginAction:")
+                               .answers<&ActionLog::ended>("endAction:")
+                               .answers<&ActionLog::changed>("valueChanged:");
+    return c;
+  }
+  void turned(NSControl* from) { write("turned " + foundation::fixedText(from->floatValue(), 2), from); }
+  void began(NSObject* from) { write("begin", from); }
+  void ended(NSObject* from) { write("end", from); }
+  void changed(NSObject* from) { write("changed", from); }
+
+  /// The lines since the last call, joined by ", ".
+  std::string take() {
+    last_.clear();
+    return std::exchange(lines_, {});
+  }
+  NSObject* sender = nullptr;  // of the last message
+  int messages = 0;
+
+ private:
+  void write(const std::string& line, NSObject* from) {
+    sender = from;
+    ++messages;
+    if (line == last_) return;
+    lines_ += (lines_.empty() ? "" : ", ") + line;
+    last_ = line;
+  }
+
+  std::string lines_, last_;
+};

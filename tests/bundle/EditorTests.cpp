@@ -1,0 +1,71 @@
+// What is true of every editor: its gestures reach the effect, and its texts have room.
+
+#include <gtest/gtest.h>
+
+#include "EditorGestures.h"
+#include "EditorStage.h"
+#include "EffectParameters.h"
+#include "NSTextField.h"
+
+namespace {
+
+class Editor : public testing::Test, public EditorStage {};
+
+/// Beside those of every depth: where handles are put exactly.
+constexpr EditorGesture exactGestures[] = {
+    {"mcmp", "press crossoverView#0; drag to crossoverView@200,0; release", "2 = 200"},
+    {"mcmp", "press crossoverView#1; drag to crossoverView@664.08,0; release", "3 = 664.08"},
+    {"mcmp", "press crossoverView#2; drag to crossoverView@5000,0; release", "4 = 5000"},
+    {"filt", "press freqResponseView#0; drag to freqResponseView@200,6; release", "1 = 200, 2 = 6"},
+    {"filt", "press freqResponseView#1; drag to freqResponseView@500,-9; release", "3 = 500, 4 = -9"},
+    {"filt", "press freqResponseView#2; drag to freqResponseView@2000,12; release", "6 = 2000, 7 = 12"},
+    {"filt", "press freqResponseView#3; drag to freqResponseView@3000,-3; release", "9 = 3000, 10 = -3"},
+    {"filt", "press freqResponseView#4; drag to freqResponseView@6000,10; release", "13 = 6000, 14 = 10"},
+    {"filt", "press freqResponseView#1; drag 0 -20 option; release", "5 = 2"},
+    {"filt", "press freqResponseView#2; drag 0 -20 option; release", "8 = 2"},
+    {"filt", "press freqResponseView#3; drag 0 -20 option; release", "11 = 2"},
+    {"filt", "click param0.menu; type <home><down><return>", "0 = 1"},
+    {"lpas", "press graphView#0; drag to graphView@1000,6; release", "0 = 1000, 1 = 6"},
+    {"hshf", "press graphView#0; drag to graphView@6000,-6; release", "0 = 6000, 1 = -6"},
+    {"pmeq", "press graphView#0; drag to graphView@1000,-6; release", "0 = 1000, 2 = -6"},
+    {"pmeq", "set 1 1.414214; press graphView#0; drag 0 -20 option; release", "1 = 1.1314"},
+    {"pmeq", "press graphView#0; drag 0 2000 option; release", "1 = 20"},
+    {"bpas", "press graphView#0; drag 0 -20 option; release", "1 = 1800"},
+    {"bpas", "press graphView#0; drag to graphView@1000,6; release", "0 = 1000"},
+    {"tmpt", "click justPopup; type <home><down*16><return>", "1 = -386.31"},
+};
+
+TEST_F(Editor, GesturesReachItsEffect) {
+  const auto run = [&](const EditorGesture& row) {
+    open(row.effect);
+    EXPECT_EQ(play(row.script), row.heard) << row.effect << ": " << row.script;
+    EXPECT_FALSE(window->isInGesture() || display.isPointerHidden());
+  };
+  for (const EditorGesture& row : editorGestures) run(row);
+  for (const EditorGesture& row : exactGestures) run(row);
+  open("mcmp");
+  const NSPoint handle = place("crossoverView#1");
+  play("press crossoverView#1; drag 40 7; drag 100 0 shift");
+  EXPECT_NEAR(place("crossoverView#1").x, handle.x + 50, 0.01f);
+  release();
+  EXPECT_NEAR(display.pointer().x, onScreen(handle).x + 50, 0.01f) << "the pointer comes back at the handle";
+}
+
+TEST_F(Editor, EveryTextIsInsideItsField) {
+  EXPECT_EQ(allEffects().size(), 15u);
+  for (const Component effect : allEffects()) {
+    open(effect);
+    for (const float end : {-1e9f, 1e9f, 1.23456789f}) {
+      for (const EffectParameter& p : effectParameters(unit.get())) set(p.id, end);
+      advance(0.1);
+      for (const NSTextField* field : all<NSTextField>(*editor)) {
+        const NSRect text = field->textRect();
+        EXPECT_GE(NSMinX(text), 0) << editor->isa().name() << " \"" << field->stringValue() << "\"";
+        EXPECT_LE(NSMaxX(text), NSWidth(field->bounds()))
+            << editor->isa().name() << " \"" << field->stringValue() << "\"";
+      }
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "AudioUnitProperties.h"
+#include "EditorStage.h"
+#include "ImpulseAUwrapper.h"
+#include "ReverbIRview.h"
+#include "jxAUParamKnobView.h"
+#include "mrev_largeQCView.h"
+
+namespace {
+
+class ReverbEditor : public testing::Test, public EditorStage {};
+
+TEST_F(ReverbEditor, TheEnvelopeFollowsWhatIsHeardAndNothingElse) {
+  open("mrev");
+  const NSRect where = frameInWindow(outlet("irView"));
+  const auto changes = [&](const char* script) {
+    const Bitmap before = picture();
+    play(script);
+    advance(0.1);
+    return differences(before, picture(), where) > 0;
+  };
+  for (const char* script : {"set 0 0.7", "set 12 0.7", "set 13 0.7"})
+    EXPECT_FALSE(changes(script)) << script;
+  set(1, 50);
+  for (UInt32 id = 1; id <= 11; ++id)
+    EXPECT_TRUE(changes(("set " + std::to_string(id) + (id == 1 ? " 20" : " 0.02")).c_str())) << id;
+  EXPECT_TRUE(changes("click renderQ; type <end><return>"));
+  EXPECT_EQ(getProperty<UInt32>(unit, kAudioUnitProperty_RenderQuality), 0u);
+  setProperty(kAudioUnitProperty_PresentPreset, AUPreset{1, nullptr});
+  EXPECT_TRUE(changes("wait 0.1"));
+}
+
+TEST_F(ReverbEditor, TheEnvelopeIsThatOfItsOwnRender) {
+  open("mrev");
+  auto& graph = outlet<ReverbIRview>("irView");
+  const NSRect plot = graph.inBounds();
+  ImpulseAUwrapper renderer(unit.get(), 500, 10, true);
+  renderer.setParameterOverrides(
+      std::make_shared<ImpulseAUwrapper::Overrides>(ImpulseAUwrapper::Overrides{{0, 1.0f}}));
+  const float* samples = renderer.renderImpulse();
+  int tried = 0;
+  for (int i = 60; i < 1000; i += 7) {
+    float lowest = 100, highest = -100;
+    for (int k = i - 2; k <= i + 2; ++k) {
+      const float level = 10 * std::log10(std::max(std::abs(samples[k]), 1e-5f));
+      lowest = std::min(lowest, level);
+      highest = std::max(highest, level);
+    }
+    const auto filled = [&](float y) {
+      const NSPoint p{NSMinX(plot) + NSWidth(plot) * static_cast<float>(i - 1) / 1024, y};
+      return (colorAt(graph.convertPoint_toView(p, nullptr)) >> 16) < 0xb8;
+    };
+    if (graph.yForDB(lowest) - 3 > NSMinY(plot) + 2) {
+      EXPECT_TRUE(filled(graph.yForDB(lowest) - 3)) << i;
+      ++tried;
+    }
+    const bool isOnLine = i % 50 <= 10;
+    if (graph.yForDB(highest) + 3 < NSMaxY(plot) - 4 && !isOnLine) {
+      EXPECT_FALSE(filled(graph.yForDB(highest) + 3)) << i;
+    }
+  }
+  EXPECT_GT(tried, 20);
+}
+
+TEST_F(ReverbEditor, TheRoomsFollowTheirOwnParametersAndTurn) {
+  open("Qmrv");
+  auto& small = outlet<QCView>("smallQC");
+  auto& large = outlet<QCView>("largeQC");
+  const struct {
+    UInt32 id;
+    float value;
+    const char* input;
+    float inSmall, inLarge;  // 0: stays
+  } rows[] = {{2, 0.03f, "roomSize", 0.03f, 0},        {3, 0.1f, "roomSize", 0, 0.1f},
+              {4, 0.02f, "largeDelay", 0.02f, 0.055f}, {5, 0.1f, "largeDelay", 0, 0.12f},
+              {6, 0.9f, "reverbDensity", 0.9f, 0},     {7, 0.1f, "reverbDensity", 0, 0.1f},
+              {8, 0.9f, "delayRange", 0, 0.9f},        {11, 0.8f, "delayRange", 0.8f, 0},
+              {9, 0.7f, "hifreqAbsorb", 0.7f, 0},      {10, 0.2f, "hifreqAbsorb", 0, 0.2f},
+              {13, 0.6f, "modDepth", 0.6f, 0.6f}};
+  for (const auto& row : rows) {
+    const float before[] = {small.valueForInputKey(row.input), large.valueForInputKey(row.input)};
+    set(row.id, row.value);
+    advance(0.1);
+    EXPECT_FLOAT_EQ(small.valueForInputKey(row.input), row.inSmall ? row.inSmall : before[0]) << row.id;
+    EXPECT_FLOAT_EQ(large.valueForInputKey(row.input), row.inLarge ? row.inLarge : before[1]) << row.id;
+  }
+  play("set 12 1; wait 0.1");
+  const auto phase = [&] { return small.valueForInputKey("modDegree"); };
+  while (phase() != 0) advance(0.05);
+  takeDamage();
+  advance(0.5);
+  EXPECT_EQ(phase(), 90);
+  advance(0.05);
+  EXPECT_EQ(phase(), -81);
+  EXPECT_EQ(takeDamage().size(), 22u) << "two rooms, eleven ticks";
+  small.setHidden(true);
+  const float hidden = phase();
+  advance(0.2);
+  EXPECT_EQ(phase(), hidden);
+  EXPECT_FALSE(small.setValue_forInputKey(1, "roomColour"));
+  EXPECT_EQ(log, Lines({"A composition has no input \"roomColour\""}));
+}
+
+TEST_F(ReverbEditor, PicturesComeAtMostTwentyTimesASecond) {
+  open("mrev");
+  auto& small = outlet<QCView>("smallQC");
+  play("set 12 0.001; set 13 0; wait 0.2");
+  takeDamage();
+  for (int i = 0; i < 200; ++i) {
+    small.setValue_forInputKey(static_cast<float>(i % 2), "reverbDensity");
+    advance(0.01);
+  }
+  const auto damage = takeDamage();
+  const auto drawn = std::count_if(damage.begin(), damage.end(),
+                                   [&](NSRect rect) { return NSIntersectsRect(rect, frameInWindow(small)); });
+  EXPECT_GE(drawn, 38);
+  EXPECT_LE(drawn, 41);
+}
+
+TEST_F(ReverbEditor, KnobsHaveTheColoursOfTheirRoomsAndTheRateIsLinear) {
+  open("mrev");
+  play("set 0 100; set 2 0.05; set 3 100; wait 0.1");
+  const std::pair<const char*, unsigned> rows[] = {{"smallSize.knob+-10,0", 0x3D9E3F},
+                                                   {"largeSize.knob+-10,0", 0x4189C4},
+                                                   {"dryWetMix.knob+-10,0", 0xFC8B12}};
+  for (const auto& [where, color] : rows) EXPECT_EQ(colorAt(place(where)), color) << where;
+  EXPECT_FALSE(outlet<jxAUParamKnobView>("modulationRate").auParam()->displaysLogarithmical());
+}
+
+}  // namespace
