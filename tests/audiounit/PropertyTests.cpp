@@ -47,15 +47,14 @@ TEST(Properties, AnswerWithTheStatusThatFits) {
 
 TEST(Properties, ATooSmallBufferIsAnErrorAndStaysAsItWas) {
   const Unit unit = openTestEffect();
-  AudioUnitParameterInfo info;
-  info.clumpID = 77;
-  UInt32 size = sizeof info - 1;
-  EXPECT_EQ(AudioUnitGetProperty(unit.get(), 4, 0, 0, &info, &size), kAudioUnitErr_InvalidPropertyValue);
-  EXPECT_EQ(info.clumpID, 77u);
-  size = 200;
-  char roomy[200];
-  EXPECT_EQ(AudioUnitGetProperty(unit.get(), 4, 0, 0, roomy, &size), noErr);
-  EXPECT_EQ(size, sizeof info);
+  AudioUnitParameterInfo info[2];
+  info[0].clumpID = 77;
+  UInt32 size = sizeof info[0] - 1;
+  EXPECT_EQ(AudioUnitGetProperty(unit.get(), 4, 0, 0, info, &size), kAudioUnitErr_InvalidPropertyValue);
+  EXPECT_EQ(info[0].clumpID, 77u);
+  size = sizeof info;
+  EXPECT_EQ(AudioUnitGetProperty(unit.get(), 4, 0, 0, info, &size), noErr);
+  EXPECT_EQ(size, sizeof info[0]);
 }
 
 TEST(Properties, FormatsAreSetBeforeInitialisationOnly) {

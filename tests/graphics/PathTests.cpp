@@ -15,6 +15,12 @@ void arc(NSBezierPath& path, NSPoint center, float radius, float start, float en
                                                                               clockwise);
 }
 
+std::shared_ptr<NSBezierPath> through(std::initializer_list<NSPoint> points) {
+  auto path = NSBezierPath::bezierPath();
+  for (const NSPoint point : points) path->lineToPoint(point);
+  return path;
+}
+
 /// Which of the eight points of the compass, just inside the circle, an arc's filling covers.
 std::string filledBy(float start, float end, bool clockwise) {
   const Bitmap bitmap = painted({60, 60}, 1, [&] {
@@ -61,20 +67,13 @@ TEST(Path, ALineLeadsFromTheCurrentPointToAnArc) {
   const Bitmap bitmap = painted({40, 40}, 1, [] {
     const auto alone = NSBezierPath::bezierPath();
     arc(*alone, {20, 20}, 4, 180, 200);  // nothing leads there from the origin
-    alone->setLineWidth(3);
-    alone->stroke();
-    const auto joined = NSBezierPath::bezierPath();
-    joined->moveToPoint({30, 2});
+    const auto joined = through({{30, 2}});
     arc(*joined, {30, 36}, 2, 270, 300);
-    joined->stroke();
-    const auto closed = NSBezierPath::bezierPath();
-    closed->moveToPoint({2, 30});
-    closed->lineToPoint({2, 36});
-    closed->lineToPoint({8, 36});
+    const auto closed = through({{2, 30}, {2, 36}, {8, 36}});
     closed->closePath();
     arc(*closed, {26, 30}, 2, 180, 200);  // the current point is (2, 30) again
     closed->setLineWidth(2);
-    closed->stroke();
+    for (const auto& path : {alone, joined, closed}) path->stroke();
   });
   EXPECT_EQ(at(bitmap, 8, 10), nothing);
   EXPECT_GT(at(bitmap, 29.5f, 20)[3], 100);
@@ -86,13 +85,7 @@ TEST(Path, PointsThatAreNoNumbersAreDroppedAndFarOnesClampedWithOneLineEach) {
   LogLines log;
   const Bitmap bitmap = painted({20, 20}, 1, [] {
     for (int again = 0; again < 2; ++again) {
-      const auto path = NSBezierPath::bezierPath();
-      path->moveToPoint({NAN, 3});
-      path->lineToPoint({2, 2});
-      path->lineToPoint({18, NAN});
-      path->lineToPoint({INFINITY, 2});
-      path->lineToPoint({1e30f, 10});
-      path->lineToPoint({2, 10});
+      const auto path = through({{NAN, 3}, {2, 2}, {18, NAN}, {INFINITY, 2}, {1e30f, 10}, {2, 10}});
       arc(*path, {NAN, NAN}, 3, 0, 90);
       arc(*path, {5, 5}, INFINITY, 0, 90);
       EXPECT_EQ(path->controlPointBounds(), NSMakeRect(2, 2, 15998, 8));
@@ -109,10 +102,7 @@ TEST(Path, PointsThatAreNoNumbersAreDroppedAndFarOnesClampedWithOneLineEach) {
 TEST(Path, AOnePointStrokeOnHalfPointsCoversWholePixelRows) {
   for (const int scale : {1, 2, 3}) {
     const Bitmap bitmap = painted({8, 8}, static_cast<float>(scale), [] {
-      const auto path = NSBezierPath::bezierPath();
-      path->moveToPoint({1, 2.5f});
-      path->lineToPoint({7, 2.5f});
-      path->stroke();
+      through({{1, 2.5f}, {7, 2.5f}})->stroke();
     });
     const size_t s = static_cast<size_t>(scale);
     std::vector<std::string> expected(8 * s, std::string(8 * s, '.'));
