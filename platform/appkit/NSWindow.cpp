@@ -89,14 +89,13 @@ void NSWindow::show(bool takesKeyboard, NSWindow* owner) {
 }
 
 void NSWindow::place() {
-  const bool fits = owner_ && owner_->visible_ && NSContainsRect(owner_->frame_, frame_);
-  if (fits) {
-    real_.reset();
-    isLayer_ = true;
-    owner_->exposed_.add(NSOffsetRect(frame_, -owner_->frame_.origin.x, -owner_->frame_.origin.y));
+  const bool hasOwner = owner_ && owner_->visible_;
+  if (hasOwner && (NSContainsRect(owner_->frame_, frame_) || (ignoresMouse_ && owner_->real_))) {
+    placeLayer();
     return;
   }
   isLayer_ = false;
+  overhangs_.clear();
   if (real_) {
     real_->setFrame(frame_);
   } else if ((display_ = owner_ ? owner_->display_ : Display::current())) {
@@ -113,12 +112,31 @@ void NSWindow::place() {
   addDamage(bounds());
 }
 
+void NSWindow::placeLayer() {
+  real_.reset();
+  isLayer_ = true;
+  overhangs_.clear();
+  owner_->exposed_.add(NSOffsetRect(frame_, -owner_->frame_.origin.x, -owner_->frame_.origin.y));
+  display_ = owner_->display_;
+  if (!owner_->real_) return;
+  for (const NSRect& part : partsBeyond(owner_->frame_, frame_, display_->scale()))
+    overhangs_.push_back(std::make_unique<Overhang>(*display_, *owner_->real_, part, frame_, opaque_));
+}
+
+void NSWindow::followOwner() {
+  if (isLayer_)
+    place();
+  else if (real_)
+    real_->setFrame(frame_);
+}
+
 void NSWindow::leaveOwner() {
   if (isLayer_)
     owner_->exposed_.add(NSOffsetRect(frame_, -owner_->frame_.origin.x, -owner_->frame_.origin.y));
   if (owner_) std::erase(owner_->belonging_, this);
   owner_ = nullptr;
   isLayer_ = false;
+  overhangs_.clear();
 }
 
 void NSWindow::orderOut(NSObject*) {
@@ -193,11 +211,10 @@ bool NSWindow::selectNextField(const NSView& from, bool backwards) {
 }
 
 void NSWindow::addDamage(NSRect rect) {
-  if (isLayer_)
-    owner_->exposed_.add(NSOffsetRect(rect, frame_.origin.x - owner_->frame_.origin.x,
-                                      frame_.origin.y - owner_->frame_.origin.y));
-  else
-    damage_.add(rect);
+  if (!isLayer_) return damage_.add(rect);
+  owner_->exposed_.add(NSOffsetRect(rect, frame_.origin.x - owner_->frame_.origin.x,
+                                    frame_.origin.y - owner_->frame_.origin.y));
+  for (const auto& overhang : overhangs_) overhang->addDamage(rect);
 }
 
 void NSWindow::viewWillLeave(NSView& tree) {
@@ -245,8 +262,7 @@ void NSWindow::displayChangedFrame(NSRect frame) {
     window->frame_ =
         NSOffsetRect(window->frame_, frame.origin.x - frame_.origin.x, frame.origin.y - frame_.origin.y);
   frame_ = frame;
-  for (const NSWindow* window : belonging_)
-    if (window->real_) window->real_->setFrame(window->frame_);
+  for (NSWindow* window : belonging_) window->followOwner();
   if (!resized) return;
   if (MenuTracking::isOpenIn(*this)) MenuTracking::close();
   contentView_->setFrame(bounds());
@@ -275,14 +291,17 @@ void NSWindow::displayChangedKeyboard(bool focused) {
 }
 
 NSTimeInterval NSWindow::nextDue() const {
-  const bool pending = visible_ && real_ && !(damage_.isEmpty() && exposed_.isEmpty());
-  return pending ? 0 : never;
+  const bool pending =
+      real_ ? !(damage_.isEmpty() && exposed_.isEmpty())
+            : std::ranges::any_of(overhangs_, &Overhang::isDamaged, &std::unique_ptr<Overhang>::operator*);
+  return visible_ && pending ? 0 : never;
 }
 
 void NSWindow::runPhase(NSTimeInterval) {
-  if (!visible_ || !real_) return;
+  if (!visible_ || !display_) return;
   display_->makeCurrent();
-  presentPending();
+  if (real_) presentPending();
+  for (const auto& overhang : overhangs_) overhang->present(*contentView_, *background_);
 }
 
 std::vector<WindowSurface::Layer> NSWindow::layers() const {
@@ -307,7 +326,7 @@ void NSWindow::presentPending() {
     rect = NSIntersectionRect(NSIntegralRectAtScale(rect, surface_->views().scale()), bounds());
     exposed_.add(rect);
   }
-  surface_->draw(*contentView_, *background_, drawn);
+  surface_->draw({contentView_.get(), {0, 0}}, *background_, drawn);
 
   std::vector<NSRect> shown = exposed_.take();
   for (NSRect& rect : shown)

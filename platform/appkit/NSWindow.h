@@ -11,6 +11,7 @@
 #include "NSColor.h"
 #include "NSRunLoop.h"
 #include "NSView.h"
+#include "Overhang.h"
 #include "WindowSurface.h"
 
 inline constexpr unsigned NSBorderlessWindowMask = 0;
@@ -20,7 +21,8 @@ inline constexpr NSBackingStoreType NSBackingStoreBuffered = NSBackingStoreType:
 
 /// A window on the current display and its tree of views. Its frame is that of its content, in screen
 /// points. A borderless window that is shown for a view belongs to that view's window while it is shown: it
-/// is a layer in that window where it fits, else a floating window. Damage is drawn once a turn. Main thread.
+/// is a layer in that window where it fits, else a floating window; one that ignores the mouse is a layer
+/// with overhangs beyond the edges. Damage is drawn once a turn. Main thread.
 class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver {
  public:
   NSWindow(NSRect contentRect, unsigned styleMask, NSBackingStoreType backing, bool defer);
@@ -97,6 +99,8 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
 
   void show(bool takesKeyboard, NSWindow* owner);
   void place();
+  void placeLayer();
+  void followOwner();
   void leaveOwner();
   NSRect bounds() const { return {{0, 0}, frame_.size}; }
   std::vector<WindowSurface::Layer> layers() const;
@@ -126,5 +130,6 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   DamageList exposed_;         // drawn, to be presented
   NSWindow* owner_ = nullptr;  // whose view this window is shown for
   bool isLayer_ = false;
-  std::vector<NSWindow*> belonging_;  // shown for a view of this window, the last on top
+  std::vector<std::unique_ptr<Overhang>> overhangs_;  // of a layer
+  std::vector<NSWindow*> belonging_;                  // shown for a view of this window, the last on top
 };

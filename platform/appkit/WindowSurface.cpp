@@ -25,15 +25,22 @@ void copy(cairo_t* cairo, const Bitmap& from) {
   cairo_restore(cairo);
 }
 
+void display(NSGraphicsContext& context, const WindowSurface::Layer& layer, NSRect rect) {
+  NSGraphicsContext::saveGraphicsState();
+  context.translate(layer.origin.x, layer.origin.y);
+  layer.view->displayRect(NSOffsetRect(rect, -layer.origin.x, -layer.origin.y));
+  NSGraphicsContext::restoreGraphicsState();
+}
+
 }  // namespace
 
-void WindowSurface::draw(NSView& root, const NSColor& background, std::span<const NSRect> rects) {
+void WindowSurface::draw(const Layer& root, const NSColor& background, std::span<const NSRect> rects) {
   NSGraphicsContext context(views_);
   for (const NSRect& rect : rects) {
     NSGraphicsContext::saveGraphicsState();
     context.clipToRect(rect);
-    if (!root.isOpaque()) replace(context.cairo(), background);
-    root.displayRect(rect);
+    if (!root.view->isOpaque()) replace(context.cairo(), background);
+    display(context, root, rect);
     NSGraphicsContext::restoreGraphicsState();
   }
 }
@@ -53,12 +60,7 @@ const Bitmap& WindowSurface::composed(std::span<const Layer> layers, std::span<c
     NSGraphicsContext::saveGraphicsState();
     context.clipToRect(rect);
     copy(context.cairo(), views_);
-    for (const Layer& layer : layers) {
-      NSGraphicsContext::saveGraphicsState();
-      context.translate(layer.origin.x, layer.origin.y);
-      layer.view->displayRect(NSOffsetRect(rect, -layer.origin.x, -layer.origin.y));
-      NSGraphicsContext::restoreGraphicsState();
-    }
+    for (const Layer& layer : layers) display(context, layer, rect);
     NSGraphicsContext::restoreGraphicsState();
   }
   return *composed_;

@@ -19,8 +19,8 @@ class WindowSurface {
     NSPoint origin;  // of the view, in this window
   };
 
-  /// Draws the view tree anew inside the rectangles (points, whole pixels), over `background`.
-  void draw(NSView& root, const NSColor& background, std::span<const NSRect> rects);
+  /// Draws the view tree anew inside the rectangles (points of the window, whole pixels), over `background`.
+  void draw(const Layer& root, const NSColor& background, std::span<const NSRect> rects);
   /// The picture with the layers on top, up to date inside the rectangles. Valid until the next call.
   const Bitmap& composed(std::span<const Layer> layers, std::span<const NSRect> rects);
   const Bitmap& views() const { return views_; }

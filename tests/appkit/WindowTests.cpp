@@ -76,21 +76,32 @@ TEST_F(Overlay, InsideItsOwnerIsDrawnIntoItsPicture) {
   EXPECT_EQ(shownAt(175, 40), white);
 }
 
-TEST_F(Overlay, BeyondItsOwnerIsAWindowThatThePressGoesThrough) {
-  showOverlay(NSMakeRect(280, 120, 40, 20));
-  ASSERT_EQ(display.windows().size(), 2u);
-  EXPECT_TRUE(display.windows()[1]->isShown());
-  EXPECT_TRUE(display.windows()[1]->ignoresMouse());
-  EXPECT_EQ(at(*overlay->snapshot(), 25, 10), red);
-  EXPECT_EQ(at(*overlay->snapshot(), 15, 10), nothing);
-  EXPECT_EQ(shownAt(195, 30), white);
+TEST_F(Overlay, HangsOverItsOwnersEdgesAsWindowsBesideIt) {
+  showOverlay(NSMakeRect(270, 90, 40, 20));  // beyond the right and the lower edge
+  const auto& windows = display.windows();
+  ASSERT_EQ(windows.size(), 3u);
+  EXPECT_EQ(windows[1]->frame(), NSMakeRect(300, 90, 10, 20));
+  EXPECT_EQ(windows[2]->frame(), NSMakeRect(270, 90, 30, 10));
+  for (const size_t i : {1u, 2u}) EXPECT_TRUE(windows[i]->isShown() && windows[i]->ignoresMouse());
+  EXPECT_EQ(shownAt(185, 5), white);
+  EXPECT_EQ(shownAt(195, 5), red);
+  EXPECT_EQ(at(*windows[1]->picture(), 5, 15), red);
+  EXPECT_EQ(at(*windows[2]->picture(), 15, 5), nothing);
+  EXPECT_EQ(at(*windows[2]->picture(), 25, 5), red);
+  drawn();
+  picture->setNeedsDisplayInRect(NSMakeRect(25, 5, 10, 3));
+  turn();
+  EXPECT_EQ(windows[1]->takePresented(), (std::vector<NSRect>{NSMakeRect(0, 5, 5, 3)}));
+  EXPECT_EQ(windows[2]->takePresented(), (std::vector<NSRect>{NSMakeRect(25, 5, 5, 3)}));
+  windows[1]->client().displayExposed(NSMakeRect(2, 2, 3, 3));
+  turn();
+  EXPECT_EQ(windows[1]->takePresented(), (std::vector<NSRect>{NSMakeRect(2, 2, 3, 3)}));
   taken();
-  press({185, 30});
-  display.key(NSKey::escape);  // keys are the owner's as well
-  EXPECT_EQ(taken(), (Lines{"down a 185 30", "up a 185 30"}));
+  display.key(NSKey::escape);  // keys are the owner's
+  EXPECT_EQ(taken(), Lines{"key root"});
 
   client().displayChangedFrame(NSMakeRect(110, 105, 200, 100));  // it goes along with its owner
-  EXPECT_EQ(display.windows()[1]->frame(), NSMakeRect(290, 125, 40, 20));
+  EXPECT_EQ(windows[1]->frame(), NSMakeRect(310, 95, 10, 20));
   overlay->setFrame(NSMakeRect(120, 120, 40, 20));  // back inside
   turn();
   EXPECT_EQ(display.windows().size(), 1u);

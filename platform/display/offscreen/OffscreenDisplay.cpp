@@ -127,7 +127,8 @@ void OffscreenWindow::show(bool) {
   shown_ = true;
 }
 
-void OffscreenWindow::present(const Bitmap&, std::span<const NSRect> rects) {
+void OffscreenWindow::present(const Bitmap& bitmap, std::span<const NSRect> rects) {
+  picture_ = &bitmap;
   presented_.insert(presented_.end(), rects.begin(), rects.end());
 }
 

@@ -78,6 +78,9 @@ class OffscreenWindow : public DisplayWindow {
   DisplayClient& client() const { return client_; }
   /// Rectangles presented since the last call, in points.
   std::vector<NSRect> takePresented();
+  /// The window's pixels when something was presented last; null before. Valid until the window is resized or
+  /// gone.
+  const Bitmap* picture() const { return picture_; }
 
  private:
   OffscreenDisplay& display_;
@@ -88,4 +91,5 @@ class OffscreenWindow : public DisplayWindow {
   bool keyboardWanted_ = false;
   bool foreignPressesWanted_ = false;
   std::vector<NSRect> presented_;
+  const Bitmap* picture_ = nullptr;
 };
