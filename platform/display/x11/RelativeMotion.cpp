@@ -10,8 +10,8 @@ constexpr double agreement = 1.5;  // pixels; places are whole, device motion is
 
 }  // namespace
 
-void RelativeMotion::setUnbounded(bool unbounded) {
-  unbounded_ = unbounded;
+void RelativeMotion::setExtent(Extent extent) {
+  extent_ = extent;
   raw_ = {};
 }
 
@@ -27,6 +27,7 @@ void RelativeMotion::raw(double dx, double dy) {
 }
 
 void RelativeMotion::moved(int x, int y) {
+  if (extent_ == Extent::locked) return;
   Delta step{static_cast<double>(x - x_), static_cast<double>(y - y_)};
   const bool comparable = (raw_.x != 0 || raw_.y != 0) && (step.x != 0 || step.y != 0);
   if (comparable && !isAtEdge(x_, y_) && !isAtEdge(x, y))
@@ -40,6 +41,7 @@ void RelativeMotion::moved(int x, int y) {
 }
 
 RelativeMotion::Delta RelativeMotion::take() {
+  if (extent_ == Extent::locked) return std::exchange(raw_, {});
   // Raw motion that leads off the edge gets no place; other raw motion waits for the place it leads to.
   if (isBeyond(raw_.x, 1, 0)) total_.x += std::exchange(raw_.x, 0);
   if (isBeyond(raw_.y, 0, 1)) total_.y += std::exchange(raw_.y, 0);
@@ -47,7 +49,7 @@ RelativeMotion::Delta RelativeMotion::take() {
 }
 
 bool RelativeMotion::isBeyond(double surplus, int xAxis, int yAxis) const {
-  if (!unbounded_ || !trusted_ || surplus == 0) return false;
+  if (extent_ != Extent::unbounded || !trusted_ || surplus == 0) return false;
   const int sign = surplus > 0 ? 1 : -1;
   return isHeld(x_ + sign * xAxis, y_ + sign * yAxis);
 }

@@ -9,7 +9,8 @@
 /// the screen, which all servers report alike; only where the screen's edge holds the pointer back, and only
 /// while unbounded, the devices' own motion takes its place: on that axis alone, and after it has been seen
 /// to agree with the places (nested servers report absolute numbers there). Nothing moves the pointer
-/// meanwhile, which would lose or double motion on some servers.
+/// meanwhile, which would lose or double motion on some servers. A pointer that is locked in its place moves
+/// by its devices alone.
 class RelativeMotion {
  public:
   struct Delta {
@@ -19,7 +20,8 @@ class RelativeMotion {
 
   /// Where the pointer can be.
   void setScreens(std::vector<PixelRect> screens) { screens_ = std::move(screens); }
-  void setUnbounded(bool unbounded);
+  enum class Extent { bounded, unbounded, locked };
+  void setExtent(Extent extent);
 
   /// The pointer stands here now; getting here was no motion.
   void place(int x, int y);
@@ -41,7 +43,7 @@ class RelativeMotion {
   bool isHeld(int x, int y) const;
 
   std::vector<PixelRect> screens_;
-  bool unbounded_ = false;
+  Extent extent_ = Extent::bounded;
   bool trusted_ = false;
   int x_ = 0;
   int y_ = 0;

@@ -1,5 +1,7 @@
 #include "X11Connection.h"
 
+#include <string_view>
+
 namespace {
 
 bool isBgrx(const Visual& visual) {
@@ -100,7 +102,21 @@ std::string X11Connection::findExtensions() {
     inputOpcode_ = opcode;
   hasMonitors_ = XRRQueryExtension(x_, &event, &error) && XRRQueryVersion(x_, &major, &minor) &&
                  major * 100 + minor >= 105;
+  isXwayland_ = hasMonitors_ && hasMonitorOfXwayland();
   return {};
+}
+
+bool X11Connection::hasMonitorOfXwayland() const {
+  int count = 0;
+  XRRMonitorInfo* monitors = XRRGetMonitors(x_, root(), True, &count);
+  bool found = false;
+  for (int i = 0; i < count && !found; ++i) {
+    char* name = XGetAtomName(x_, monitors[i].name);
+    found = name && std::string_view(name).starts_with("XWAYLAND");
+    if (name) XFree(name);
+  }
+  if (monitors) XRRFreeMonitors(monitors);
+  return found;
 }
 
 const X11Connection::PixelFormat* X11Connection::translucentFormat() {

@@ -55,12 +55,15 @@ class X11Connection {
   /// XInput 2.1 or newer, whose raw motion also comes during grabs. 0: none.
   int inputOpcode() const { return inputOpcode_; }
   bool hasMonitors() const { return hasMonitors_; }
+  /// The server is a client of a Wayland compositor, to which the pointer belongs.
+  bool isXwayland() const { return isXwayland_; }
   X11PixelBuffer& pixels() { return *pixels_; }
 
  private:
   explicit X11Connection(XConnection* x);
   std::string findFormats();
   std::string findExtensions();
+  bool hasMonitorOfXwayland() const;
 
   XConnection* x_;
   int screen_;
@@ -71,4 +74,5 @@ class X11Connection {
   PixelFormat translucent_;
   int inputOpcode_ = 0;
   bool hasMonitors_ = false;
+  bool isXwayland_ = false;
 };

@@ -1,6 +1,7 @@
 #include "X11Pointer.h"
 
 #include <cstdlib>
+#include <string_view>
 #include <utility>
 
 #include "X11Keyboard.h"
@@ -10,6 +11,19 @@ namespace {
 
 constexpr Time doubleClickTime = 400;  // milliseconds
 constexpr int doubleClickReach = 4;    // pixels
+
+/// The device of Xwayland that tells the hand's motion, also while the pointer is locked; 0 when there is
+/// none.
+int relativeDevice(XConnection* x) {
+  int count = 0;
+  XIDeviceInfo* devices = XIQueryDevice(x, XIAllDevices, &count);
+  int found = 0;
+  for (int i = 0; i < count && !found; ++i)
+    if (std::string_view(devices[i].name).starts_with("xwayland-relative-pointer"))
+      found = devices[i].deviceid;
+  if (devices) XIFreeDeviceInfo(devices);
+  return found;
+}
 
 }  // namespace
 
@@ -28,7 +42,8 @@ void X11Pointer::hide() {
   hidden_ = true;
   XFixesHideCursor(connection_.x(), connection_.root());
   motion_.setScreens(screens_.monitors());
-  motion_.setUnbounded(true);
+  lock();
+  motion_.setExtent(lockWindow_ == None ? RelativeMotion::Extent::unbounded : RelativeMotion::Extent::locked);
   selectRawMotion(true);
 }
 
@@ -36,16 +51,35 @@ void X11Pointer::show() {
   // The server answers a second call with an error.
   if (!hidden_) return;
   hidden_ = false;
+  unlock();
   XFixesShowCursor(connection_.x(), connection_.root());
-  motion_.setUnbounded(false);
+  motion_.setExtent(RelativeMotion::Extent::bounded);
   selectRawMotion(false);
+  rawDevice_ = XIAllMasterDevices;
+}
+
+void X11Pointer::lock() {
+  if (!connection_.isXwayland() || pressedWindow_ == None) return;
+  const int device = relativeDevice(connection_.x());
+  if (!device) return;
+  // That a hidden pointer is confined to a window is how Xwayland is asked to lock it.
+  constexpr unsigned events = ButtonPressMask | ButtonReleaseMask | PointerMotionMask;
+  if (XGrabPointer(connection_.x(), pressedWindow_, False, events, GrabModeAsync, GrabModeAsync,
+                   pressedWindow_, None, CurrentTime) != GrabSuccess)
+    return;
+  lockWindow_ = pressedWindow_;
+  rawDevice_ = device;
+}
+
+void X11Pointer::unlock() {
+  if (std::exchange(lockWindow_, None) != None) XUngrabPointer(connection_.x(), CurrentTime);
 }
 
 void X11Pointer::selectRawMotion(bool select) {
   if (connection_.inputOpcode()) {
     unsigned char bits[XIMaskLen(XI_RawMotion)] = {};
     if (select) XISetMask(bits, XI_RawMotion);
-    XIEventMask mask{XIAllMasterDevices, sizeof bits, bits};
+    XIEventMask mask{rawDevice_, sizeof bits, bits};
     XISelectEvents(connection_.x(), connection_.root(), &mask, 1);
   }
   XFlush(connection_.x());
@@ -55,7 +89,15 @@ void X11Pointer::warp(NSPoint place) {
   XConnection* x = connection_.x();
   const PixelRect to = screens_.pixelAt(place);
   const unsigned long serial = NextRequest(x);
-  XWarpPointer(x, None, connection_.root(), 0, 0, 0, 0, to.x, to.y);
+  if (lockWindow_ == None) {
+    XWarpPointer(x, None, connection_.root(), 0, 0, 0, 0, to.x, to.y);
+  } else {
+    // Xwayland hands on to the compositor only what is told in places of the window that has the pointer.
+    const int left = lastPress_.x_root - lastPress_.x, top = lastPress_.y_root - lastPress_.y;
+    const Window window = lockWindow_;
+    unlock();
+    XWarpPointer(x, None, window, 0, 0, 0, 0, to.x - left, to.y - top);
+  }
   // Some servers do not obey: where the pointer is now is what further motion starts from.
   Window root = None;
   Window child = None;

@@ -12,6 +12,10 @@ class X11Window;
 
 /// Presses, drags, wheel and the hidden pointer. The server itself keeps sending a press's motion and release
 /// to the window that was pressed. Motion of one turn is one drag, without a press one place.
+///
+/// Under Xwayland the pointer that is seen belongs to the compositor. It can be put elsewhere only while it
+/// is locked, so a pointer that is hidden during a press is locked in its place, and moves by its device
+/// alone.
 class X11Pointer {
  public:
   X11Pointer(X11Connection& connection, X11Events& events, const X11Screens& screens);
@@ -43,6 +47,8 @@ class X11Pointer {
   void wheel(const XButtonEvent& event);
   void checkHeld(unsigned state);
   void selectRawMotion(bool select);
+  void lock();
+  void unlock();
   /// Motion up to events with this number is over; what a warp did was none.
   void skipWarps(unsigned long serial);
   int countClicks(const XButtonEvent& event);
@@ -54,6 +60,8 @@ class X11Pointer {
   RelativeMotion motion_;
   std::deque<Warp> warps_;
   bool hidden_ = false;
+  int rawDevice_ = XIAllMasterDevices;  // whose raw motion comes while it is hidden
+  Window lockWindow_ = None;            // the window of the press, while the pointer is locked
   Window pressedWindow_ = None;
   XMotionEvent hover_{};  // what is not told yet; its window is None when all is
   unsigned state_ = 0;
