@@ -1,5 +1,4 @@
 #include "NSBezierPath.h"
-#include "NSShadow.h"
 #include "ViewBench.h"
 
 namespace {
@@ -81,20 +80,18 @@ TEST_F(Damage, WhatAViewLeavesBehindReachesNoOther) {
   untidy->onDraw = [&] {
     colorOf(red)->set();
     fill();
-    NSShadow shadow;
-    shadow.setShadowOffset({30, 30});
-    shadow.setShadowColor(colorOf(green));
-    shadow.set();
     NSBezierPath::bezierPathWithRect(NSMakeRect(0, 0, 5, 5))->addClip();
     NSGraphicsContext::currentContext()->translate(7, 7);
   };
   inner->onDraw = sibling->onDraw = fill;
   root->setNeedsDisplay(true);
-  const Bitmap& picture = *window->snapshot();
-  const std::pair<NSPoint, Pixel> probes[] = {
-      {{59, 59}, red},   {{61, 30}, white},  {{45, 45}, black},  {{39, 45}, red},    {{51, 45}, red},
-      {{100, 0}, black}, {{119, 19}, black}, {{121, 10}, white}, {{110, 21}, white}, {{140, 40}, white}};
-  for (const auto& [p, color] : probes) EXPECT_EQ(at(picture, p.x, p.y), color) << p.x << ", " << p.y;
+  const auto boundsOf = [picture = window->snapshot()](Pixel color) {
+    return boundsWhere(*picture, [color](const Pixel& pixel) { return pixel == color; });
+  };
+  EXPECT_EQ(boundsOf(red), (std::array<int, 4>{0, 40, 60, 100}));
+  EXPECT_EQ(boundsOf(black), (std::array<int, 4>{40, 50, 120, 100}));
+  EXPECT_EQ(at(*window->snapshot(), 51, 45), red);
+  EXPECT_EQ(at(*window->snapshot(), 99, 10), white);
 }
 
 TEST_F(DamageAtFractionalScale, GrowsToWholePixels) {

@@ -1,5 +1,4 @@
 #include "MenuTracking.h"
-#include "NSBundle.h"
 #include "NSPopUpButton.h"
 #include "NSTextField.h"
 #include "ViewBench.h"
@@ -9,7 +8,7 @@ namespace {
 /// Is the target: writes down which item was chosen; its title, if it was the sender.
 class PopUp : public ViewBench, public NSObject {
  protected:
-  PopUp() : bundle(NSBundle::bundleWithPath(TOVIN_BUNDLE, error)) {
+  PopUp() {
     window->setContentSize({400, 300});
     make({"alpha", "beta", "beta", "Gamma"}, false);
     drawn();
@@ -57,8 +56,6 @@ class PopUp : public ViewBench, public NSObject {
     }
   }
 
-  std::string error;
-  std::shared_ptr<NSBundle> bundle;  // with the fonts
   Lines actions;
   std::function<void()> onAction = [] {};
   std::shared_ptr<NSPopUpButton> button;

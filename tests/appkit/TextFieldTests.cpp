@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "NSBundle.h"
 #include "NSNotification.h"
 #include "ViewBench.h"
 
@@ -12,7 +11,7 @@ namespace {
 /// "no" and makes "5.00" of "5".
 class TextField : public ViewBench, public NSObject {
  protected:
-  TextField() : bundle(NSBundle::bundleWithPath(TOVIN_BUNDLE, error)) {
+  TextField() {
     const NSRect frames[] = {
         {{10, 10}, {50, 16}}, {{70, 10}, {50, 16}}, {{130, 10}, {50, 16}}, {{10, 40}, {180, 16}}};
     for (size_t i = 0; i < 4; ++i) {
@@ -77,8 +76,6 @@ class TextField : public ViewBench, public NSObject {
   }
   std::string text() const { return fields[0]->stringValue(); }
 
-  std::string error;
-  std::shared_ptr<NSBundle> bundle;  // with the fonts
   std::shared_ptr<NSTextField> fields[4];
   std::function<void()> onShouldEnd;
   Lines told;

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <functional>
 
+#include "NSBundle.h"
 #include "Stage.h"
 
 /// Writes what it is asked to do into a list, as short strings that begin with a verb and its name.
@@ -51,10 +52,10 @@ class LogView : public NSView {
   Lines& seen_;
 };
 
-/// A window of 200 × 100 points whose content is a LogView "root", shown and drawn.
+/// A window of 200 × 100 points whose content is a LogView "root", shown and drawn. The fonts are there.
 class ViewBench : public testing::Test, public Stage {
  protected:
-  explicit ViewBench(float scale = 1) : Stage(scale) {
+  explicit ViewBench(float scale = 1) : Stage(scale), bundle(NSBundle::bundleWithPath(TOVIN_BUNDLE, error)) {
     root = std::make_shared<LogView>("root", NSMakeRect(0, 0, 200, 100), seen);
     show(root);
     drawn();
@@ -78,6 +79,8 @@ class ViewBench : public testing::Test, public Stage {
     release();
   }
 
+  std::string error;
+  std::shared_ptr<NSBundle> bundle;
   Lines seen;
   std::vector<NSRect> presented;
   std::shared_ptr<LogView> root;
