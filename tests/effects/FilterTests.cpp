@@ -118,3 +118,17 @@ TEST(Filters, WithoutGainLeaveEverySampleAsItIs) {
   for (const char* code : {"filt", "lshf", "hshf", "pmeq"})
     EXPECT_EQ(EffectBench(code).render(input), input) << code;
 }
+
+// At this rate a ramp from -6 to 6 dB is at none exactly where a glide ends.
+TEST(Filters, GoOnRingingWhileTheGainPassesThroughNone) {
+  constexpr double rate = 12800;
+  std::vector<float> outputs[2];
+  for (const bool beside : {false, true}) {
+    EffectBench bench("pmeq", {.sampleRate = rate});
+    bench.set({{0, 100}, {1, 20}, {2, -6}});
+    bench.reset();
+    const auto change = [&] { bench.set(2, beside ? 6.001 : 6); };
+    outputs[beside] = bench.renderAround(sine(102, 0, 12800, rate), 6400, change)[0];
+  }
+  for (size_t i = 0; i < outputs[0].size(); ++i) ASSERT_NEAR(outputs[0][i], outputs[1][i], 0.001) << i;
+}
