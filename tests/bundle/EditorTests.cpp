@@ -1,18 +1,27 @@
-// What is true of every editor: its gestures reach the effect, and its texts have room.
+// What is true of every editor.
 
 #include <gtest/gtest.h>
 
-#include "EditorGestures.h"
+#include <cstdlib>
+#include <map>
+
 #include "EditorStage.h"
 #include "EffectParameters.h"
+#include "Gestures.h"
 #include "NSTextField.h"
 
 namespace {
 
+std::unique_ptr<AUEffectBase> makeTestEffect() {
+  return std::make_unique<TestEffect>();
+}
+
 class Editor : public testing::Test, public EditorStage {};
 
 /// Beside those of every depth: where handles are put exactly.
-constexpr EditorGesture exactGestures[] = {
+constexpr struct {
+  const char *effect, *script, *heard;
+} exactGestures[] = {
     {"mcmp", "press crossoverView#0; drag to crossoverView@200,0; release", "2 = 200"},
     {"mcmp", "press crossoverView#1; drag to crossoverView@664.08,0; release", "3 = 664.08"},
     {"mcmp", "press crossoverView#2; drag to crossoverView@5000,0; release", "4 = 5000"},
@@ -36,19 +45,52 @@ constexpr EditorGesture exactGestures[] = {
 };
 
 TEST_F(Editor, GesturesReachItsEffect) {
-  const auto run = [&](const EditorGesture& row) {
+  for (const Gesture& row : gestures) {
+    open(row.effect);
+    EXPECT_EQ(play(row.script), withoutTouches(row.heard)) << row.name;
+  }
+  for (const auto& row : exactGestures) {
     open(row.effect);
     EXPECT_EQ(play(row.script), row.heard) << row.effect << ": " << row.script;
     EXPECT_FALSE(window->isInGesture() || display.isPointerHidden());
-  };
-  for (const EditorGesture& row : editorGestures) run(row);
-  for (const EditorGesture& row : exactGestures) run(row);
+  }
   open("mcmp");
   const NSPoint handle = place("crossoverView#1");
   play("press crossoverView#1; drag 40 7; drag 100 0 shift");
   EXPECT_NEAR(place("crossoverView#1").x, handle.x + 50, 0.01f);
   release();
   EXPECT_NEAR(display.pointer().x, onScreen(handle).x + 50, 0.01f) << "the pointer comes back at the handle";
+}
+
+TEST_F(Editor, IsThatOfItsEffectAndOfNoOther) {
+  const std::map<std::string, std::string> shared{
+      {"hpas", "lpas"}, {"lshf", "lpas"}, {"hshf", "lpas"}, {"Qmrv", "mrev"}};
+  for (const Component effect : allEffects()) {
+    const auto other = shared.find(effectCode(effect));
+    const std::string expected = other == shared.end() ? effectCode(effect) : other->second;
+    EXPECT_EQ(bundle().editorFor(openUnit(effect).get())->isa().name(), expected + "_UIView");
+  }
+  const auto isRefused = [](const ComponentDescription& description) {
+    return !bundle().editorFor(
+        openUnit(RegisterComponent(description, "Test: AUOther", 1, &makeTestEffect)).get());
+  };
+  EXPECT_TRUE(isRefused({FourCharCode("aumu"), FourCharCode("sdly"), FourCharCode("Tovn")}));
+  EXPECT_TRUE(isRefused({FourCharCode("aufx"), FourCharCode("sdly"), FourCharCode("Else")}));
+  EXPECT_TRUE(isRefused({FourCharCode("aufx"), FourCharCode("zzzz"), FourCharCode("appl")}));
+  EXPECT_EQ(bundle().editorFor(nullptr), nullptr);
+  EXPECT_EQ(log, Lines{});
+}
+
+TEST_F(Editor, WhatLiesBehindAControlIsWhatTheWindowShowsBesideIt) {
+  open("mcmp");
+  for (const char* name : {"threshold1", "graphView4", "preGain"}) {
+    const NSRect frame = frameInWindow(outlet(name));
+    for (float y = NSMinY(frame) + 1.5f; y < NSMaxY(frame); y += 9) {
+      const unsigned inside = colorAt({NSMinX(frame) + 0.5f, y}), beside = colorAt({NSMinX(frame) - 0.5f, y});
+      EXPECT_LE(std::abs(static_cast<int>(inside & 255) - static_cast<int>(beside & 255)), 1)
+          << name << " " << y;
+    }
+  }
 }
 
 TEST_F(Editor, EveryTextIsInsideItsField) {

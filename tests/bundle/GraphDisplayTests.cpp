@@ -3,17 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "EditorStage.h"
-#include "NSGraphicsContext.h"
-#include "NSImageUtils.h"
 
 namespace {
 
 class GraphDisplay : public testing::Test, public EditorStage {
  protected:
   /// A graph of 300 by 200 points: its plot is (28, 8, 264, 179).
-  template <class Graph = jxAUGraphDisplay>
-  static std::shared_ptr<Graph> make() {
-    auto graph = std::make_shared<Graph>(NSMakeRect(0, 0, 300, 200));
+  static std::shared_ptr<jxAUGraphDisplay> make() {
+    auto graph = std::make_shared<jxAUGraphDisplay>(NSMakeRect(0, 0, 300, 200));
     graph->awakeFromNib();
     return graph;
   }
@@ -79,25 +76,6 @@ TEST_F(GraphDisplay, LinesSnapToPixelCentresAndStayOffTheEdges) {
       EXPECT_GT(differences(before, drawn(*graph), graph->bounds()), 0) << row.place;
     }
   }
-}
-
-class FloodedGraph : public jxAUGraphDisplay {
- public:
-  using jxAUGraphDisplay::jxAUGraphDisplay;
-  void drawRect(NSRect dirty) override {
-    jxAUGraphDisplay::drawRect(dirty);
-    colorOf(red)->set();
-    NSBezierPath::fillRect(bounds());
-    drawGlow(dirty);
-  }
-};
-
-TEST_F(GraphDisplay, ASubclassDrawsInsideThePlot) {
-  const Bitmap picture = drawn(*make<FloodedGraph>());
-  const NSPoint inside[] = {{160, 100}, {29, 100}, {160, 9}, {160, 186}, {291, 100}};
-  const NSPoint outside[] = {{27, 100}, {160, 7}, {160, 188}, {293, 100}, {28, 8}, {291, 186}};
-  for (const NSPoint p : inside) EXPECT_EQ(at(picture, p.x, p.y), red) << p.x << "," << p.y;
-  for (const NSPoint p : outside) EXPECT_NE(at(picture, p.x, p.y), red) << p.x << "," << p.y;
 }
 
 }  // namespace

@@ -130,7 +130,7 @@ TEST_F(HostileEffects, RenderNoNumbersOrNothingAtAll) {
       for (const NSRect side : {NSMakeRect(0, 0, w, rim), NSMakeRect(0, h - rim, w, rim),
                                 NSMakeRect(0, 0, rim, h), NSMakeRect(w - rim, 0, rim, h)})
         EXPECT_EQ(differences(before, after, NSOffsetRect(side, graph.origin.x, graph.origin.y)), 0);
-      EXPECT_FALSE(log.empty());
+      EXPECT_FALSE(log.empty()) << "it is said that there are no numbers, or no sound";
       expectNothingTwice();
     }
 }

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 
 #include "AudioUnitProperties.h"
 #include "EditorStage.h"
-#include "ImpulseAUwrapper.h"
+#include "EffectBench.h"
+
 #include "ReverbIRview.h"
 #include "jxAUParamKnobView.h"
 #include "mrev_largeQCView.h"
@@ -39,15 +39,15 @@ TEST_F(ReverbEditor, TheEnvelopeIsThatOfItsOwnRender) {
   open("mrev");
   auto& graph = outlet<ReverbIRview>("irView");
   const NSRect plot = graph.inBounds();
-  ImpulseAUwrapper renderer(unit.get(), 500, 10, true);
-  renderer.setParameterOverrides(
-      std::make_shared<ImpulseAUwrapper::Overrides>(ImpulseAUwrapper::Overrides{{0, 1.0f}}));
-  const float* samples = renderer.renderImpulse();
+  EffectBench bench("mrev", {.sampleRate = 500, .inputs = 1});
+  bench.set(0, 1);  // its mix, as for the picture
+  bench.reset();
+  const std::vector<float> samples = bench.render(impulse(1, 1024)).back();
   int tried = 0;
   for (int i = 60; i < 1000; i += 7) {
     float lowest = 100, highest = -100;
     for (int k = i - 2; k <= i + 2; ++k) {
-      const float level = 10 * std::log10(std::max(std::abs(samples[k]), 1e-5f));
+      const float level = 10 * std::log10(std::max(std::abs(samples[static_cast<size_t>(k)]), 1e-5f));
       lowest = std::min(lowest, level);
       highest = std::max(highest, level);
     }

@@ -3,7 +3,6 @@
 #include "EditorStage.h"
 #include "NSGraphicsContext.h"
 #include "NSImageUtils.h"
-#include "NSViewUtils.h"
 #include "jxAppleAUView.h"
 
 namespace {
@@ -50,48 +49,6 @@ TEST_F(Utility, NinePiecesKeepTheirCornersAndLimitThemByTheTarget) {
   }
 }
 
-/// Draws a slanted line on a translucent ground.
-class Ground : public NSView {
- public:
-  Ground(NSRect frame, std::shared_ptr<NSColor> color) : NSView(frame), color_(std::move(color)) {}
-  void drawRect(NSRect) override {
-    color_->colorWithAlphaComponent(0.3f)->set();
-    NSBezierPath::fillRect(bounds());
-    color_->set();
-    const auto line = NSBezierPath::bezierPath();
-    line->moveToPoint({3, 1});
-    line->lineToPoint({NSWidth(bounds()), NSHeight(bounds())});
-    line->stroke();
-  }
-
- private:
-  std::shared_ptr<NSColor> color_;
-};
-
-TEST_F(Utility, WhatLiesBehindAViewIsWhatTheScreenShowsThere) {
-  for (const float scale : {1.0f, 2.0f}) {
-    Stage stage(scale);
-    const auto root = std::make_shared<Ground>(NSMakeRect(0, 0, 120, 90), NSColor::blueColor());
-    const auto middle = std::make_shared<Ground>(NSMakeRect(11, 7, 80, 70), vellColor_alpha(0xC04010, 1));
-    const auto view = std::make_shared<NSView>(NSMakeRect(13, 5, 40, 50));
-    root->addSubview(middle);
-    middle->addSubview(view);
-    stage.show(root);
-    const auto image = NSImage::initWithSize(view->frame().size);
-    image->lockFocus();
-    NSColor::whiteColor()->set();
-    NSBezierPath::fillRect(view->bounds());
-    drawSuperViewsAsOpaqueBackground(*view);
-    image->unlockFocus();
-    const NSRect where = NSMakeRect(24, 12, 40, 50);
-    const Bitmap behind = painted({120, 90}, scale, [&] {
-      image->drawInRect_fromRect_operation_fraction(where, NSZeroRect, NSCompositeSourceOver, 1);
-    });
-    EXPECT_NE(at(behind, 40, 30), at(behind, 25, 60)) << "nothing was drawn";
-    EXPECT_EQ(differences(behind, *stage.window->snapshot(), where), 0) << "scale " << scale;
-  }
-}
-
 class IdleCounter : public jxAppleAUView {
  public:
   using jxAppleAUView::jxAppleAUView;
@@ -124,12 +81,6 @@ TEST_F(Utility, IdleComesWhileTheWindowShowsAnEffect) {
   EXPECT_EQ(ticks(), 0);
   window->makeKeyAndOrderFront();
   EXPECT_EQ(ticks(), 10) << "the timer went on";
-  window.reset();
-  EXPECT_EQ(ticks(), 0);
-  EXPECT_EQ(loop.timerCount(), timers);
-  const std::weak_ptr<IdleCounter> watched = view;
-  view.reset();
-  EXPECT_TRUE(watched.expired()) << "nothing holds the editor any more";
 }
 
 }  // namespace
