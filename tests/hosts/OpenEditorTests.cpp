@@ -35,6 +35,23 @@ TEST(OpenEditor, ACrossoversHandleKeepsThePointer) {
   EXPECT_EQ(editor.user.pointer(), editor.pixelAt("crossoverView+4.5,10"));
 }
 
+TEST(OpenEditor, InALargerWindowIsCentredOnAGroundAsLarge) {
+  OpenedEditor editor("sdly");  // 420 by 158 below a strip of 28
+  const unsigned long face = editor.colorAt(knob);
+  const auto ground = [&](int x, int y) { return editor.user.colorAt(x, y) & 0xff; };
+  const unsigned long top = ground(5, 29), bottom = ground(5, 184);
+  XResizeWindow(editor.user.x(), editor.window, 720, 428);
+  editor.user.sync();
+  editor.advance(0.2);
+  EXPECT_EQ(editor.user.colorAt(360, 28 + 121 + 66), face);
+  EXPECT_EQ(ground(5, 29), top);
+  EXPECT_EQ(ground(715, 426), bottom);
+  for (const int y : {60, 160, 200, 260, 400}) {
+    EXPECT_LT(ground(5, y), 250u) << y;
+    EXPECT_NEAR(static_cast<double>(ground(5, y)), static_cast<double>(ground(160, y)), 1) << y;
+  }
+}
+
 TEST(OpenEditor, NumbersAreTheSameInALocaleWithCommas) {
   OpenedEditor editor("dely", {}, {"LC_ALL=de_DE.UTF-8"});
   EXPECT_EQ(editor.play("click delayTime.field; type 0.5<return>; set 0 12.5"), "1 = 0.5");

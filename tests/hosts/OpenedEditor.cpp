@@ -17,8 +17,8 @@ std::vector<std::string> command(const std::string& effect, const std::vector<st
 }  // namespace
 
 OpenedEditor::OpenedEditor(const std::string& effect, const std::vector<std::string>& words,
-                           const std::vector<std::string>& environment)
-    : X11Hands(effect), host(command(effect, words), environment) {
+                           const std::vector<std::string>& environment, const std::string& server)
+    : X11Hands(effect, server), host(command(effect, words), environment) {
   const bool shown = eventually([this] { return (window = user.windowOf(host.id())) != None; }, 20);
   if (!shown) throw std::runtime_error("tovin open shows no window: " + host.errors());
   XWindowAttributes attributes;

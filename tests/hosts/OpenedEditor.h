@@ -9,7 +9,8 @@ class OpenedEditor : public X11Hands {
   /// Further words of the command, and NAME=VALUE for its environment. Throws std::runtime_error when no
   /// window comes.
   explicit OpenedEditor(const std::string& effect, const std::vector<std::string>& words = {},
-                        const std::vector<std::string>& environment = {});
+                        const std::vector<std::string>& environment = {},
+                        const std::string& server = XServer::instance().name());
 
   void advance(double seconds) override;
   /// By its standard input.

@@ -25,7 +25,7 @@ class X11Hands : public Hands {
 
  protected:
   /// One point is a pixel.
-  explicit X11Hands(const std::string& effectCode) { map.open(effectCode); }
+  X11Hands(const std::string& effectCode, const std::string& server) : user(server) { map.open(effectCode); }
   /// The window with the editor at its lower left corner, so many pixels high.
   void use(Window window, int height);
   /// Lets what was done reach the editor, and what follows at once happen.

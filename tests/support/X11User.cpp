@@ -9,12 +9,10 @@
 #include <set>
 #include <stdexcept>
 
-#include "XServer.h"
 
 namespace {
 
-XConnection* connect() {
-  const std::string& server = XServer::instance().name();
+XConnection* connect(const std::string& server) {
   if (server.empty()) throw std::runtime_error("Xvfb does not start; it is in the package xvfb");
   setenv("DISPLAY", server.c_str(), 1);
   return XOpenDisplay(nullptr);
@@ -35,7 +33,7 @@ unsigned long cardinal(XConnection* x, Window window, const char* name) {
 
 }  // namespace
 
-X11User::X11User() : x_(connect()), origin_(root()) {}
+X11User::X11User(const std::string& server) : x_(connect(server)), origin_(root()) {}
 X11User::~X11User() {
   XCloseDisplay(x_);
 }

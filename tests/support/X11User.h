@@ -5,6 +5,7 @@
 #include <string>
 
 #include "X11Headers.h"
+#include "XServer.h"
 
 /// Somebody else at the tests' X server: the user's hands and eyes, a host, another program. What was done
 /// has reached the server when the call returns.
@@ -12,7 +13,7 @@ class X11User {
  public:
   /// Starts the server when nobody has yet, and names it in DISPLAY for all that the test opens. Throws
   /// std::runtime_error when there is none.
-  X11User();
+  explicit X11User(const std::string& server = XServer::instance().name());
   ~X11User();
   X11User(const X11User&) = delete;
   X11User& operator=(const X11User&) = delete;
