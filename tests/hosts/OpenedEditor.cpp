@@ -45,12 +45,8 @@ void OpenedEditor::listen() {
   arrive();
   std::istringstream lines(host.output().substr(read_));
   read_ = host.output().size();
-  unsigned id = 0;
-  for (double value; lines >> id >> value;) {
-    if (!heard_.empty() && heard_.back().starts_with(std::to_string(id) + " ")) heard_.pop_back();
-    heard_.push_back(heardLine(id, static_cast<float>(value)));
-    map.set(id, static_cast<float>(value));
-  }
+  std::string id;
+  for (float value; lines >> id >> value;) hearWrite(heard_, id, value);
 }
 
 void OpenedEditor::set(unsigned parameter, float value) {

@@ -7,10 +7,13 @@
 #include <algorithm>
 #include <chrono>
 #include <fstream>
+#include <stdexcept>
 #include <thread>
 #include <utility>
 
+#include "EffectInstance.h"
 #include "LoadedPlugin.h"
+#include "Script.h"
 
 namespace {
 
@@ -24,9 +27,8 @@ LV2_URID urid(const char* uri) {
 
 EditorObject::EditorObject() : handle_(dlopen(objectFile.c_str(), RTLD_NOW | RTLD_LOCAL)) {}
 
-void EditorObject::unload() {
+EditorObject::~EditorObject() {
   if (handle_) dlclose(handle_);
-  handle_ = nullptr;
 }
 
 bool EditorObject::isInMemory() {
@@ -47,14 +49,7 @@ const LV2UI_Descriptor* EditorObject::editorOf(const std::string& code) const {
 
 HostedEditor::HostedEditor(const EditorObject& object, const std::string& code, unsigned long parent,
                            float scale)
-    : descriptor_(object.editorOf(code)) {
-  const LilvPlugin* plugin = PluginFolder::shared().plugin(code);
-  if (!descriptor_ || !plugin) return;
-  for (uint32_t i = 0; i < lilv_plugin_get_num_ports(plugin); ++i)
-    symbols_.push_back(
-        lilv_node_as_string(lilv_port_get_symbol(plugin, lilv_plugin_get_port_by_index(plugin, i))));
-  written_.resize(symbols_.size());
-
+    : ports_(openEffect(registeredEffect(code)).get()), descriptor_(object.editorOf(code)) {
   LV2UI_Touch touchFeature{this, &touch};
   LV2UI_Resize resizeFeature{this, &resize};
   const float rate = 48000;
@@ -70,8 +65,10 @@ HostedEditor::HostedEditor(const EditorObject& object, const std::string& code, 
                                   {LV2_OPTIONS__options, const_cast<LV2_Options_Option*>(options)}};
   const LV2_Feature* list[std::size(features) + 1] = {};
   for (size_t i = 0; i < std::size(features); ++i) list[i] = &features[i];
-  editor_ = descriptor_->instantiate(descriptor_, ("urn:tovin:lv2:" + code).c_str(), TOVIN_LV2 "/", &write,
-                                     this, &widget_, list);
+  if (descriptor_)
+    editor_ = descriptor_->instantiate(descriptor_, ("urn:tovin:lv2:" + code).c_str(), TOVIN_LV2 "/", &write,
+                                       this, &widget_, list);
+  if (!editor_) throw std::runtime_error(code + " shows no editor");
 }
 
 void HostedEditor::close() {
@@ -79,12 +76,20 @@ void HostedEditor::close() {
   editor_ = nullptr;
 }
 
-void HostedEditor::set(const std::string& symbol, float value) {
-  const auto port = std::find(symbols_.begin(), symbols_.end(), symbol) - symbols_.begin();
-  descriptor_->port_event(editor_, static_cast<uint32_t>(port), sizeof value, 0, &value);
+void HostedEditor::set(unsigned parameter, float value) {
+  setPort(ports_.findParameter(parameter).value(), value);
+}
+
+void HostedEditor::set(PluginPort::Role role, float value) {
+  setPort(ports_.find(role).value(), value);
+}
+
+void HostedEditor::setPort(uint32_t port, float value) {
+  descriptor_->port_event(editor_, port, sizeof value, 0, &value);
 }
 
 bool HostedEditor::idle(double seconds) {
+  if (!editor_) return false;
   const auto* loop =
       static_cast<const LV2UI_Idle_Interface*>(descriptor_->extension_data(LV2_UI__idleInterface));
   const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
@@ -95,30 +100,25 @@ bool HostedEditor::idle(double seconds) {
   }
 }
 
-HostedEditor::Log HostedEditor::takeLog() {
+std::vector<std::string> HostedEditor::takeLog() {
   return std::exchange(log_, {});
 }
 
-float HostedEditor::written(const std::string& symbol) const {
-  return written_[static_cast<size_t>(std::find(symbols_.begin(), symbols_.end(), symbol) -
-                                      symbols_.begin())];
-}
-
-void HostedEditor::note(std::string entry) {
-  if (log_.empty() || log_.back() != entry) log_.push_back(std::move(entry));
+std::string HostedEditor::nameOf(uint32_t port) const {
+  const PluginPort& p = ports_.all().at(port);
+  return p.role == PluginPort::parameter ? std::to_string(p.parameterID) : p.symbol;
 }
 
 void HostedEditor::write(LV2UI_Controller self, uint32_t port, uint32_t size, uint32_t protocol,
                          const void* data) {
   auto& host = *static_cast<HostedEditor*>(self);
-  if (protocol != 0 || size != sizeof(float)) return host.note("a write of another kind");
-  host.written_.at(port) = *static_cast<const float*>(data);
-  host.note(host.symbols_[port]);
+  if (protocol != 0 || size != sizeof(float)) return host.log_.push_back("a write of another kind");
+  hearWrite(host.log_, host.nameOf(port), *static_cast<const float*>(data));
 }
 
 void HostedEditor::touch(LV2UI_Feature_Handle self, uint32_t port, bool grabbed) {
   auto& host = *static_cast<HostedEditor*>(self);
-  host.note((grabbed ? "+" : "-") + host.symbols_.at(port));
+  host.log_.push_back((grabbed ? "begin " : "end ") + host.nameOf(port));
 }
 
 int HostedEditor::resize(LV2UI_Feature_Handle self, int width, int height) {

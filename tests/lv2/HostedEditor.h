@@ -7,16 +7,17 @@
 #include <string>
 #include <vector>
 
+#include "PluginPorts.h"
+
 /// The object with the editors, loaded as a host loads it.
 class EditorObject {
  public:
   /// Null descriptors when it cannot be loaded.
   EditorObject();
-  ~EditorObject() { unload(); }
+  ~EditorObject();
   EditorObject(const EditorObject&) = delete;
   EditorObject& operator=(const EditorObject&) = delete;
 
-  void unload();
   const LV2UI_Descriptor* editorOf(const std::string& code) const;
   static bool isInMemory();
 
@@ -24,42 +25,39 @@ class EditorObject {
   void* handle_;
 };
 
-/// An editor in a window of the host's, and what the host hears from it. Ports are named by their symbols.
+/// An editor in a window of the host's, and what the host hears from it.
 class HostedEditor {
  public:
-  /// `parent`: an X window. Not open when the editor refuses.
+  /// `parent`: an X window. Throws std::runtime_error when the editor refuses.
   HostedEditor(const EditorObject& object, const std::string& code, unsigned long parent, float scale = 1);
   ~HostedEditor() { close(); }
   HostedEditor(const HostedEditor&) = delete;
   HostedEditor& operator=(const HostedEditor&) = delete;
 
-  bool isOpen() const { return editor_; }
-  unsigned long window() const { return reinterpret_cast<unsigned long>(widget_); }
+  /// In pixels, as it asked for.
   int width() const { return width_; }
   int height() const { return height_; }
   void close();
-  /// The host's value of a port.
-  void set(const std::string& symbol, float value);
-  /// Calls idle for that long, 30 times a second; whether the editor still wants to be.
+  /// The host's value of the port of a parameter or meter, and of one with another role.
+  void set(unsigned parameter, float value);
+  void set(PluginPort::Role role, float value);
+  /// Calls idle for that long, 30 times a second, at least once; whether the editor still wants to be.
   bool idle(double seconds);
-
-  using Log = std::vector<std::string>;
-  /// "+SYMBOL" begins a touch, "SYMBOL" is any number of writes in a row, "-SYMBOL" ends the touch.
-  Log takeLog();
-  /// As written last; 0 before.
-  float written(const std::string& symbol) const;
+  /// Since the last call: "begin 5" and "end 5" for a touch, "5 = -20" for writes in a row. Ports that are no
+  /// parameter's are told by their symbol.
+  std::vector<std::string> takeLog();
 
  private:
   static void write(LV2UI_Controller self, uint32_t port, uint32_t size, uint32_t protocol, const void* data);
   static void touch(LV2UI_Feature_Handle self, uint32_t port, bool grabbed);
   static int resize(LV2UI_Feature_Handle self, int width, int height);
-  void note(std::string entry);
+  std::string nameOf(uint32_t port) const;
+  void setPort(uint32_t port, float value);
 
-  std::vector<std::string> symbols_;
-  std::vector<float> written_;
+  PluginPorts ports_;
   const LV2UI_Descriptor* descriptor_;
   LV2UI_Handle editor_ = nullptr;
   LV2UI_Widget widget_ = nullptr;
   int width_ = 0, height_ = 0;
-  Log log_;
+  std::vector<std::string> log_;
 };

@@ -85,10 +85,8 @@ void EditorStage::set(unsigned parameter, float value) {
 
 void EditorStage::listen() {
   const auto hear = [](void* self, void*, const AudioUnitEvent* event, UInt64, Float32 value) {
-    Lines& lines = static_cast<EditorStage*>(self)->heard_;
     const auto id = event->mArgument.mParameter.mParameterID;
-    if (!lines.empty() && lines.back().starts_with(std::to_string(id) + " ")) lines.pop_back();
-    lines.push_back(heardLine(id, value));
+    hearWrite(static_cast<EditorStage*>(self)->heard_, std::to_string(id), value);
   };
   AUEventListenerCreate(hear, this, CFRunLoopGetCurrent(), kCFRunLoopDefaultMode, 0, 0, &listener_);
   for (const EffectParameter& p : effectParameters(unit.get())) {

@@ -155,10 +155,11 @@ void Hands::set(unsigned parameter, float) {
   refuse("there is no effect with a parameter " + std::to_string(parameter));
 }
 
-std::string heardLine(unsigned parameter, float value) {
+void hearWrite(Lines& heard, const std::string& name, float value) {
   std::array<char, 32> text;
   const auto end = std::to_chars(text.begin(), text.end(), value, std::chars_format::general, 5).ptr;
-  return std::to_string(parameter) + " = " + std::string(text.begin(), end);
+  if (!heard.empty() && heard.back().starts_with(name + " ")) heard.pop_back();
+  heard.push_back(name + " = " + std::string(text.begin(), end));
 }
 
 std::string play(Hands& hands, std::string_view script) {

@@ -31,13 +31,14 @@ class Hands {
 
   /// What the host does and hears; nothing where there is no effect.
   virtual void set(unsigned parameter, float value);
-  /// What reached the effect since the last call (the first call begins to listen): heardLine for writes, the
+  /// What reached the effect since the last call (the first call begins to listen): writes (hearWrite), the
   /// last of several in a row; "begin 5" and "end 5" on stages that know of gestures.
   virtual Lines heard() { return {}; }
 };
 
-/// "5 = -20", with five digits.
-std::string heardLine(unsigned parameter, float value);
+/// Adds "5 = -20", with five digits, to what was heard of a parameter, or puts it in place of the last line
+/// when that is a write of the same.
+void hearWrite(Lines& heard, const std::string& name, float value);
 
 /// Plays steps that ';' or a line's end separates, and answers what was heard meanwhile, joined by ", ":
 ///   press PLACE [shift] [option] [control] [command]

@@ -4,7 +4,7 @@
 #include "X11User.h"
 
 /// Hands at an editor in a real window and in real time. Where its views are is looked up in the same editor
-/// on a stage, whose effect follows what is set and heard.
+/// on a stage, as it is after opening.
 class X11Hands : public Hands {
  public:
   NSPoint place(const std::string& name) override { return map.place(name); }
@@ -20,6 +20,8 @@ class X11Hands : public Hands {
   unsigned long colorAt(const std::string& placeName);
   /// Where that is in the window's pixels, "x,y".
   std::string pixelAt(const std::string& placeName);
+  /// The middle of some knob of the editor.
+  NSPoint anyKnob() { return Stage::middleOf(*find(*map.editor, "jxAURotaryKnob")); }
 
   X11User user;
 
