@@ -21,7 +21,7 @@ TEST(OpenEditor, ADragShowsTheBarAndTheKnobAndGivesThePointerBack) {
   const std::string wedge = knob + "+-12,0";
   const unsigned long before = editor.colorAt(bar);
   EXPECT_FALSE(isOrange(editor.colorAt(wedge)));
-  editor.play("press " + knob + "; drag 0 9000; wait 0.5");
+  editor.play("press " + knob + "; drag 0 9; drag 0 9000; wait 0.3");
   EXPECT_NE(editor.colorAt(bar), before);
   EXPECT_TRUE(isOrange(editor.colorAt(wedge)));
   editor.play("release; wait 0.1");

@@ -36,7 +36,7 @@ TEST(PluginEditors, APortThatIsHeldTakesNothingFromTheHost) {
   PluginHands hands("sdly");
   const std::string wedge = knob + "+12,0";
   const unsigned long atStart = hands.colorAt(wedge);
-  EXPECT_EQ(hands.play("press " + knob + "; drag 0 9000; wait 0.5"), "begin 0, 0 = 44100");
+  EXPECT_EQ(hands.play("press " + knob + "; drag 0 9; drag 0 9000; wait 0.3"), "begin 0, 0 = 44100");
   const unsigned long atEnd = hands.colorAt(wedge);
   EXPECT_NE(atEnd, atStart);
   EXPECT_EQ(hands.play("set 0 0; wait 0.1"), "") << "an old echo";
@@ -120,9 +120,7 @@ TEST(PluginEditors, EndInTheMiddleOfADragAndAfterTheirWindow) {
   PluginHands hands("sdly");
   for (const bool windowGoes : {false, true}) {
     hands.reopen();
-    hands.play("press " + knob);
-    hands.moveBy(0, 9000);
-    hands.advance(0.5);
+    EXPECT_EQ(hands.play("press " + knob + "; drag 0 9; drag 0 9000; wait 0.3"), "begin 0, 0 = 44100");
     if (windowGoes) {
       XDestroyWindow(hands.user.x(), hands.parent);
       hands.user.sync();
@@ -130,7 +128,7 @@ TEST(PluginEditors, EndInTheMiddleOfADragAndAfterTheirWindow) {
       hands.set(0, 5);
     }
     hands.editor->close();
-    EXPECT_EQ(all(hands.heard()), "begin 0; 0 = 44100; end 0; ");
+    EXPECT_EQ(all(hands.heard()), "end 0; ");
     hands.user.release();
   }
   hands.reopen();

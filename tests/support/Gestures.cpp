@@ -3,8 +3,8 @@
 #include <sstream>
 
 const std::vector<Gesture> gestures{
-    {"a knob is dragged beyond its end", "sdly", "press inToOutDelay.knob; drag 0 9000; wait 0.5; release",
-     "begin 0, 0 = 44100, end 0"},
+    {"a knob is dragged beyond its end", "sdly",
+     "press inToOutDelay.knob; drag 0 9; drag 0 9000; wait 0.3; release", "begin 0, 0 = 44100, end 0"},
     {"a step of the wheel", "sdly", "set 0 20000; wait 0.1; wheel inToOutDelay.knob -1",
      "begin 0, 0 = 19118, end 0"},
     {"Option and a click return to the default", "sdly",

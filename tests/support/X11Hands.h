@@ -27,7 +27,10 @@ class X11Hands : public Hands {
 
  protected:
   /// One point is a pixel.
-  X11Hands(const std::string& effectCode, const std::string& server) : user(server) { map.open(effectCode); }
+  explicit X11Hands(const std::string& effectCode, const std::string& server = XServer::instance().name())
+      : user(server) {
+    map.open(effectCode);
+  }
   /// The window with the editor at its lower left corner, so many pixels high.
   void use(Window window, int height);
   /// Lets what was done reach the editor, and what follows at once happen.
