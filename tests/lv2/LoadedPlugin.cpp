@@ -1,10 +1,11 @@
 #include "LoadedPlugin.h"
 
 #include <lv2/atom/forge.h>
+#include <lv2/core/lv2.h>
 #include <lv2/time/time.h>
-#include <lv2/urid/urid.h>
 
 #include <algorithm>
+#include <cctype>
 #include <mutex>
 
 namespace {
@@ -52,63 +53,64 @@ const LilvPlugin* PluginFolder::plugin(const std::string& code) const {
   return plugin;
 }
 
-struct LoadedPlugin::TimePosition {
+bool PluginFolder::isHardRealTime(const std::string& code) const {
+  LilvNode* feature = lilv_new_uri(world(), LV2_CORE__hardRTCapable);
+  const bool isPromised = lilv_plugin_has_feature(plugin(code), feature);
+  lilv_node_free(feature);
+  return isPromised;
+}
+
+std::vector<std::string> PluginFolder::symbols(const std::string& code) const {
+  const LilvPlugin* of = plugin(code);
+  std::vector<std::string> symbols;
+  for (uint32_t i = 0; of && i < lilv_plugin_get_num_ports(of); ++i)
+    symbols.emplace_back(lilv_node_as_string(lilv_port_get_symbol(of, lilv_plugin_get_port_by_index(of, i))));
+  return symbols;
+}
+
+std::string symbolOf(std::string name) {
+  for (char& c : name) c = std::isalnum(c) ? static_cast<char>(std::tolower(c)) : '_';
+  return name;
+}
+
+LoadedPlugin::TimePosition::TimePosition(const float* beatsPerMinute) {
   LV2_Atom_Forge forge;
-  alignas(8) uint8_t memory[260];
-  uint8_t* const bytes = memory + 4;  // no better aligned than some hosts have it
-
-  TimePosition() {
-    lv2_atom_forge_init(&forge, &uridMap);
-    clear();
+  lv2_atom_forge_init(&forge, &uridMap);
+  lv2_atom_forge_set_buffer(&forge, bytes(), memory.size() - 4);
+  LV2_Atom_Forge_Frame sequence, object;
+  lv2_atom_forge_sequence_head(&forge, &sequence, 0);
+  if (beatsPerMinute) {
+    lv2_atom_forge_frame_time(&forge, 0);
+    lv2_atom_forge_object(&forge, &object, 0, map(nullptr, LV2_TIME__Position));
+    lv2_atom_forge_key(&forge, map(nullptr, LV2_TIME__bar));
+    lv2_atom_forge_long(&forge, 3);
+    lv2_atom_forge_key(&forge, map(nullptr, LV2_TIME__beatsPerMinute));
+    lv2_atom_forge_float(&forge, *beatsPerMinute);
+    lv2_atom_forge_pop(&forge, &object);
   }
-  void clear() { write(nullptr); }
-  void write(const float* beatsPerMinute) {
-    lv2_atom_forge_set_buffer(&forge, bytes, 256);
-    LV2_Atom_Forge_Frame sequence, object;
-    lv2_atom_forge_sequence_head(&forge, &sequence, 0);
-    if (beatsPerMinute) {
-      lv2_atom_forge_frame_time(&forge, 0);
-      lv2_atom_forge_object(&forge, &object, 0, map(nullptr, LV2_TIME__Position));
-      lv2_atom_forge_key(&forge, map(nullptr, LV2_TIME__bar));
-      lv2_atom_forge_long(&forge, 3);
-      lv2_atom_forge_key(&forge, map(nullptr, LV2_TIME__beatsPerMinute));
-      lv2_atom_forge_float(&forge, *beatsPerMinute);
-      lv2_atom_forge_pop(&forge, &object);
-    }
-    lv2_atom_forge_pop(&forge, &sequence);
-  }
-};
+  lv2_atom_forge_pop(&forge, &sequence);
+}
 
-LoadedPlugin::LoadedPlugin(const std::string& code, double sampleRate) {
+LoadedPlugin::LoadedPlugin(const std::string& code, double sampleRate)
+    : symbols_(PluginFolder::shared().symbols(code)) {
   const LilvPlugin* plugin = PluginFolder::shared().plugin(code);
-  if (!plugin) return;
   LV2_Feature mapFeature{LV2_URID__map, &uridMap};
   const LV2_Feature* const features[] = {&mapFeature, nullptr};
-  instance_ = lilv_plugin_instantiate(plugin, sampleRate, features);
+  instance_ = plugin ? lilv_plugin_instantiate(plugin, sampleRate, features) : nullptr;
   if (!instance_) return;
-
-  LilvWorld* world = PluginFolder::shared().world();
-  LilvNode* controlPort = lilv_new_uri(world, LILV_URI_CONTROL_PORT);
-  LilvNode* inputPort = lilv_new_uri(world, LILV_URI_INPUT_PORT);
-  LilvNode* atomPort = lilv_new_uri(world, LILV_URI_ATOM_PORT);
-  const uint32_t count = lilv_plugin_get_num_ports(plugin);
-  controls_.resize(count);
-  minima_.resize(count);
-  maxima_.resize(count);
-  isControlInput_.resize(count);
+  for (auto* values : {&controls_, &minima_, &maxima_}) values->resize(symbols_.size());
   lilv_plugin_get_port_ranges_float(plugin, minima_.data(), maxima_.data(), controls_.data());
-  for (uint32_t i = 0; i < count; ++i) {
+  LilvNode* controlPort = lilv_new_uri(PluginFolder::shared().world(), LILV_URI_CONTROL_PORT);
+  LilvNode* inputPort = lilv_new_uri(PluginFolder::shared().world(), LILV_URI_INPUT_PORT);
+  for (uint32_t i = 0; i < symbols_.size(); ++i) {
     const LilvPort* port = lilv_plugin_get_port_by_index(plugin, i);
-    symbols_.emplace_back(lilv_node_as_string(lilv_port_get_symbol(plugin, port)));
     const bool isControl = lilv_port_is_a(plugin, port, controlPort);
-    isControlInput_[i] = isControl && lilv_port_is_a(plugin, port, inputPort);
+    isControlInput_.push_back(isControl && lilv_port_is_a(plugin, port, inputPort));
     if (isControl) lilv_instance_connect_port(instance_, i, &controls_[i]);
-    if (lilv_port_is_a(plugin, port, atomPort)) {
-      time_ = std::make_unique<TimePosition>();
-      lilv_instance_connect_port(instance_, i, time_->bytes);
-    }
   }
-  for (LilvNode* node : {controlPort, inputPort, atomPort}) lilv_node_free(node);
+  for (LilvNode* node : {controlPort, inputPort}) lilv_node_free(node);
+  time_ = static_cast<uint32_t>(indexOf("time_position"));
+  giveTime(nothing_);
 }
 
 LoadedPlugin::~LoadedPlugin() {
@@ -121,8 +123,23 @@ size_t LoadedPlugin::indexOf(const std::string& symbol) const {
   return static_cast<size_t>(std::find(symbols_.begin(), symbols_.end(), symbol) - symbols_.begin());
 }
 
-float& LoadedPlugin::control(const std::string& symbol) {
-  return controls_.at(indexOf(symbol));
+std::vector<std::string> LoadedPlugin::parameters() const {
+  std::vector<std::string> parameters;
+  for (size_t i = 0; i < symbols_.size(); ++i)
+    if (isControlInput_[i] && symbols_[i] != "enabled" && symbols_[i] != "render_quality")
+      parameters.push_back(symbols_[i]);
+  return parameters;
+}
+
+uint32_t LoadedPlugin::latency() {
+  const float* noInput[] = {nullptr, nullptr};
+  float* noOutput[] = {nullptr, nullptr};
+  run(noInput, noOutput, 0);
+  return has("latency") ? static_cast<uint32_t>(control("latency")) : 0;
+}
+
+void LoadedPlugin::giveTime(TimePosition& position) {
+  if (time_ < symbols_.size()) lilv_instance_connect_port(instance_, time_, position.bytes());
 }
 
 void LoadedPlugin::activate() {
@@ -137,7 +154,7 @@ void LoadedPlugin::run(const float* const* input, float* const* output, uint32_t
     lilv_instance_connect_port(instance_, 2 + c, output[c]);
   }
   lilv_instance_run(instance_, frames);
-  if (time_) time_->clear();
+  giveTime(nothing_);
 }
 
 LoadedPlugin::Samples LoadedPlugin::render(const Samples& input, const std::vector<uint32_t>& blocks,
@@ -156,5 +173,6 @@ LoadedPlugin::Samples LoadedPlugin::render(const Samples& input, const std::vect
 }
 
 void LoadedPlugin::tellTempo(float beatsPerMinute) {
-  time_->write(&beatsPerMinute);
+  tempo_ = TimePosition(&beatsPerMinute);
+  giveTime(tempo_);
 }

@@ -3,6 +3,7 @@
 #include <lilv/lilv.h>
 #include <lv2/urid/urid.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,6 +20,9 @@ class PluginFolder {
   std::vector<std::string> codes() const;
   /// The plug-in of the effect with that code; null when there is none.
   const LilvPlugin* plugin(const std::string& code) const;
+  bool isHardRealTime(const std::string& code) const;
+  /// Of all ports, by index.
+  std::vector<std::string> symbols(const std::string& code) const;
 
  private:
   PluginFolder();
@@ -28,6 +32,9 @@ class PluginFolder {
   };
   std::unique_ptr<LilvWorld, Free> world_;
 };
+
+/// The symbol of a parameter's port, from its name.
+std::string symbolOf(std::string name);
 
 /// An instance of a plug-in with everything connected, control ports at their defaults.
 class LoadedPlugin {
@@ -41,15 +48,14 @@ class LoadedPlugin {
   LoadedPlugin& operator=(const LoadedPlugin&) = delete;
 
   bool isOpen() const { return instance_; }
-  /// Symbols of all ports, by index; and one's index, or the number of ports.
-  const std::vector<std::string>& symbols() const { return symbols_; }
-  size_t indexOf(const std::string& symbol) const;
   bool has(const std::string& symbol) const { return indexOf(symbol) < symbols_.size(); }
-  bool isControlInput(size_t index) const { return isControlInput_[index]; }
-  float& control(size_t index) { return controls_[index]; }
-  float& control(const std::string& symbol);
-  float minimum(size_t index) const { return minima_[index]; }
-  float maximum(size_t index) const { return maxima_[index]; }
+  float& control(const std::string& symbol) { return controls_.at(indexOf(symbol)); }
+  /// Ports of parameters, which have a range.
+  std::vector<std::string> parameters() const;
+  float minimum(const std::string& symbol) const { return minima_[indexOf(symbol)]; }
+  float maximum(const std::string& symbol) const { return maxima_[indexOf(symbol)]; }
+  /// In frames, as its port says.
+  uint32_t latency();
 
   /// Clears all history.
   void activate();
@@ -61,12 +67,21 @@ class LoadedPlugin {
   void tellTempo(float beatsPerMinute);
 
  private:
-  struct TimePosition;
+  /// A sequence of atoms, no better aligned than some hosts have it.
+  struct TimePosition {
+    explicit TimePosition(const float* beatsPerMinute);
+    alignas(8) std::array<uint8_t, 260> memory;
+    uint8_t* bytes() { return memory.data() + 4; }
+  };
+
+  size_t indexOf(const std::string& symbol) const;
+  void giveTime(TimePosition& position);
 
   LilvInstance* instance_ = nullptr;
   bool active_ = false;
   std::vector<std::string> symbols_;
-  std::vector<char> isControlInput_;
+  std::vector<bool> isControlInput_;
   std::vector<float> controls_, minima_, maxima_;
-  std::unique_ptr<TimePosition> time_;
+  uint32_t time_ = 0;  // index of its port; beyond the others when there is none
+  TimePosition nothing_{nullptr}, tempo_{nullptr};
 };

@@ -13,7 +13,6 @@
 #include <cstdint>
 
 #include "AllocationCount.h"
-#include "RubberBandCalls.h"
 
 // The only place from which the filter lets system calls through. The C library's own function for them will
 // not do: others call it as well.
@@ -55,19 +54,6 @@ constexpr uint32_t unfilteredBytes = 36;
 thread_local size_t locks = 0;
 thread_local size_t systemCalls = 0;
 thread_local long lastSystemCall = -1;
-thread_local RealTimeFaults before, inRubberBand;
-
-RealTimeFaults now() {
-  return {heapCallsOfThread(), locks, systemCalls, lastSystemCall};
-}
-
-void addSince(const RealTimeFaults& start, RealTimeFaults& sum) {
-  const RealTimeFaults end = now();
-  sum.heapCalls += end.heapCalls - start.heapCalls;
-  sum.locks += end.locks - start.locks;
-  if (end.systemCalls != start.systemCalls) sum.lastSystemCall = end.lastSystemCall;
-  sum.systemCalls += end.systemCalls - start.systemCalls;
-}
 
 void carryOut(int, siginfo_t* info, void* context) {
   ++systemCalls;
@@ -83,33 +69,26 @@ void carryOut(int, siginfo_t* info, void* context) {
 #endif
 }
 
-template <class Function>
-Function* next(const char* name) {
-  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+template <class Lock>
+int counted(const char* function, Lock* lock) {
+  ++locks;
+  return reinterpret_cast<int (*)(Lock*)>(dlsym(RTLD_NEXT, function))(lock);
 }
 
 }  // namespace
 
 extern "C" {
 int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
-  static auto* const original = next<int(pthread_mutex_t*)>("pthread_mutex_lock");
-  ++locks;
-  return original(mutex);
+  return counted("pthread_mutex_lock", mutex);
 }
 int pthread_mutex_trylock(pthread_mutex_t* mutex) noexcept {
-  static auto* const original = next<int(pthread_mutex_t*)>("pthread_mutex_trylock");
-  ++locks;
-  return original(mutex);
+  return counted("pthread_mutex_trylock", mutex);
 }
 int pthread_rwlock_rdlock(pthread_rwlock_t* lock) noexcept {
-  static auto* const original = next<int(pthread_rwlock_t*)>("pthread_rwlock_rdlock");
-  ++locks;
-  return original(lock);
+  return counted("pthread_rwlock_rdlock", lock);
 }
 int pthread_rwlock_wrlock(pthread_rwlock_t* lock) noexcept {
-  static auto* const original = next<int(pthread_rwlock_t*)>("pthread_rwlock_wrlock");
-  ++locks;
-  return original(lock);
+  return counted("pthread_rwlock_wrlock", lock);
 }
 }
 
@@ -138,25 +117,12 @@ bool RealTimeWatch::install() {
 }
 
 void RealTimeWatch::begin() {
-  inRubberBand = {};
-  before = now();
+  before_ = {heapCallsOfThread(), locks, systemCalls};
 }
 
 void RealTimeWatch::end() {
-  RealTimeFaults all;
-  addSince(before, all);
-  ours_.heapCalls += all.heapCalls - inRubberBand.heapCalls;
-  ours_.locks += all.locks - inRubberBand.locks;
-  ours_.systemCalls += all.systemCalls - inRubberBand.systemCalls;
-  if (all.systemCalls > inRubberBand.systemCalls) ours_.lastSystemCall = all.lastSystemCall;
-  rubberBands_.heapCalls += inRubberBand.heapCalls;
-  rubberBands_.locks += inRubberBand.locks;
-  rubberBands_.systemCalls += inRubberBand.systemCalls;
-  if (inRubberBand.systemCalls > 0) rubberBands_.lastSystemCall = inRubberBand.lastSystemCall;
-}
-
-RubberBandCall::RubberBandCall() : start_(now()) {}
-
-RubberBandCall::~RubberBandCall() {
-  addSince(start_, inRubberBand);
+  seen_.heapCalls += heapCallsOfThread() - before_.heapCalls;
+  seen_.locks += locks - before_.locks;
+  seen_.systemCalls += systemCalls - before_.systemCalls;
+  if (systemCalls > before_.systemCalls) seen_.lastSystemCall = lastSystemCall;
 }

@@ -9,7 +9,7 @@ struct RealTimeFaults {
   size_t systemCalls = 0;
   long lastSystemCall = -1;  // its number
 
-  size_t total() const { return heapCalls + locks + systemCalls; }
+  bool operator==(const RealTimeFaults&) const = default;
 };
 
 /// Watches one thread: heap and locks by taking the place of the C library's functions, system calls by a
@@ -19,15 +19,14 @@ class RealTimeWatch {
  public:
   /// On the thread that is to be watched, which should be one made for it. False when the kernel has no
   /// filters.
-  bool install();
+  static bool install();
 
-  /// What happens between the two is counted. What Rubber Band does inside its own calls is told apart.
+  /// What happens between the two is counted.
   void begin();
   void end();
 
-  const RealTimeFaults& ours() const { return ours_; }
-  const RealTimeFaults& rubberBands() const { return rubberBands_; }
+  const RealTimeFaults& seen() const { return seen_; }
 
  private:
-  RealTimeFaults ours_, rubberBands_;
+  RealTimeFaults before_, seen_;
 };
