@@ -129,8 +129,7 @@ TEST_F(ImageFiles, AMissingFileIsEmptyAndLoggedOnce) {
 TEST_F(ImageFiles, DrawingIntoOneImageOfAFileTouchesNoOther) {
   const std::string path = write("shared.png", {4, 2}, 1, [] { fill(blue, NSMakeRect(0, 0, 4, 2)); });
   const auto drawnInto = NSImage::initByReferencingFile(path), other = NSImage::initByReferencingFile(path);
-  drawnInto->lockFocus();
-  fill(blue, NSMakeRect(0, 0, 4, 2));  // all columns alike
+  drawnInto->lockFocus();  // all columns are alike
   drawnInto->unlockFocus();
   for (int again = 0; again < 2; ++again) {
     drawnInto->lockFocus();

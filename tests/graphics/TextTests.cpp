@@ -92,13 +92,15 @@ TEST_F(Text, WrapsBetweenWordsOnlyWhenTheLineIsWider) {
                {"HHHHHHHHH", 1, 80, 1},
                {"HHH HHH HH", word, line + 1, 2},  // a line that starts inside is drawn
                {"HHH HHH HH", word, line - 1, 1}};
+  const auto inkOf = [](std::string_view words, float width, float height) {
+    return boundsOfInk(painted(
+        {200, 100}, 1, [&] { string(words, 12).drawInRect(NSMakeRect(4, 90 - height, width, height)); }));
+  };
   for (const auto& c : cases) {
-    const Bitmap bitmap = painted({200, 100}, 1, [&] {
-      string(c.words, 12).drawInRect(NSMakeRect(4, 90 - c.height, c.width, c.height));
-    });
-    const auto bottom = static_cast<float>(boundsOfInk(bitmap)[3]);
+    const auto bottom = static_cast<float>(inkOf(c.words, c.width, c.height)[3]);
     EXPECT_EQ(std::ceil((bottom - 10) / line), c.lines) << c.width << " " << c.height;
   }
+  EXPECT_EQ(inkOf("HHH HHH", word, 80)[2], inkOf("HHH", word, 80)[2]) << "no blank leads the second line";
 }
 
 TEST_F(Text, AnUnknownFontIsReplacedAndLoggedOnce) {
