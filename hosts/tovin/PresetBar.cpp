@@ -1,7 +1,7 @@
 #include "PresetBar.h"
 
-#include "AudioUnitProperties.h"
 #include "Class.h"
+#include "EffectPresets.h"
 #include "NSBezierPath.h"
 #include "NSColor.h"
 
@@ -32,14 +32,7 @@ PresetBar::PresetBar(AudioUnit unit, float width)
       menu_(std::make_shared<NSPopUpButton>(
           NSMakeRect(margin, (height - menuHeight) / 2, menuWidth, menuHeight), /*pullsDown=*/true)) {
   menu_->addItemWithTitle("presets");
-  CFArrayRef names = nullptr;
-  UInt32 size = sizeof names;
-  if (AudioUnitGetProperty(unit, kAudioUnitProperty_FactoryPresets, kAudioUnitScope_Global, 0, &names,
-                           &size) == noErr) {
-    for (size_t i = 0; i < CFArrayGetCount(names); ++i)
-      menu_->addItemWithTitle(CFStringGetText(CFArrayGetStringAtIndex(names, i)));
-    CFRelease(names);
-  }
+  for (const std::string& name : effectPresets(unit)) menu_->addItemWithTitle(name);
   for (int i = 1; i < menu_->numberOfItems(); ++i) {
     menu_->itemAtIndex(i)->setTarget(this);
     menu_->itemAtIndex(i)->setAction(NSSelectorFromString("presetChosen:"));
@@ -48,9 +41,7 @@ PresetBar::PresetBar(AudioUnit unit, float width)
 }
 
 void PresetBar::presetChosen(NSMenuItem* item) {
-  const AUPreset preset{menu_->menu()->indexOfItem(*item) - 1, nullptr};
-  AudioUnitSetProperty(unit_, kAudioUnitProperty_PresentPreset, kAudioUnitScope_Global, 0, &preset,
-                       sizeof preset);
+  chooseEffectPreset(unit_, menu_->menu()->indexOfItem(*item) - 1);
 }
 
 void PresetBar::drawRect(NSRect) {

@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include "EffectBench.h"
+#include "EffectPresets.h"
 #include "LoadedPlugin.h"
 
 namespace {
@@ -124,9 +125,9 @@ TEST_P(Listing, HasTheFactoryPresets) {
   }
   lilv_nodes_free(presets);
   lilv_node_free(presetClass);
-  const auto names = bench.presets();
+  const auto names = effectPresets(bench.unit());
   for (size_t i = 0; i < names.size(); ++i) {
-    bench.choosePreset(i);
+    chooseEffectPreset(bench.unit(), static_cast<SInt32>(i));
     for (const EffectParameter& p : bench.writableParameters())
       wanted[names[i]][symbolOf(p.name)] = bench.value(p.id);
   }

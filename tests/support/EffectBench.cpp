@@ -33,16 +33,9 @@ void check(OSStatus status) {
 }  // namespace
 
 EffectBench::EffectBench(const std::string& code, const RenderFormat& format)
-    : owned_(openRegistered(code)),
-      unit_(owned_.get()),
-      parameters_(effectParameters(unit_)),
-      runner_(runnerOf(unit_, format)),
-      block_(format.outputs, std::vector<float>(format.maximumFrames)) {}
-
-EffectBench::EffectBench(AudioUnit unit, const RenderFormat& format)
-    : unit_(unit),
-      parameters_(effectParameters(unit)),
-      runner_(runnerOf(unit, format)),
+    : effect_(openRegistered(code)),
+      parameters_(effectParameters(unit())),
+      runner_(runnerOf(unit(), format)),
       block_(format.outputs, std::vector<float>(format.maximumFrames)) {}
 
 std::vector<EffectParameter> EffectBench::writableParameters() const {
@@ -60,12 +53,12 @@ const EffectParameter& EffectBench::parameter(AudioUnitParameterID id) const {
 
 Float32 EffectBench::value(AudioUnitParameterID id) const {
   Float32 value = 0;
-  check(AudioUnitGetParameter(unit_, id, kAudioUnitScope_Global, 0, &value));
+  check(AudioUnitGetParameter(unit(), id, kAudioUnitScope_Global, 0, &value));
   return value;
 }
 
 void EffectBench::set(AudioUnitParameterID id, double value) {
-  check(AudioUnitSetParameter(unit_, id, kAudioUnitScope_Global, 0, static_cast<Float32>(value), 0));
+  check(AudioUnitSetParameter(unit(), id, kAudioUnitScope_Global, 0, static_cast<Float32>(value), 0));
 }
 
 void EffectBench::set(std::initializer_list<std::pair<AudioUnitParameterID, double>> values) {
@@ -77,50 +70,30 @@ void EffectBench::setAll(float part) {
 }
 
 void EffectBench::setQuality(UInt32 quality) {
-  check(AudioUnitSetProperty(unit_, kAudioUnitProperty_RenderQuality, kAudioUnitScope_Global, 0, &quality,
+  check(AudioUnitSetProperty(unit(), kAudioUnitProperty_RenderQuality, kAudioUnitScope_Global, 0, &quality,
                              sizeof quality));
-}
-
-std::vector<std::string> EffectBench::presets() const {
-  CFArrayRef list = nullptr;
-  UInt32 size = sizeof list;
-  check(AudioUnitGetProperty(unit_, kAudioUnitProperty_FactoryPresets, kAudioUnitScope_Global, 0, &list,
-                             &size));
-  std::vector<std::string> names;
-  for (size_t i = 0; i < CFArrayGetCount(list); ++i)
-    names.push_back(CFStringGetText(CFArrayGetStringAtIndex(list, i)));
-  CFRelease(list);
-  return names;
-}
-
-void EffectBench::choosePreset(size_t index) {
-  const AUPreset preset{static_cast<SInt32>(index), nullptr};
-  check(AudioUnitSetProperty(unit_, kAudioUnitProperty_PresentPreset, kAudioUnitScope_Global, 0, &preset,
-                             sizeof preset));
 }
 
 Float64 EffectBench::seconds(AudioUnitPropertyID id) const {
   Float64 seconds = 0;
   UInt32 size = sizeof seconds;
-  check(AudioUnitGetProperty(unit_, id, kAudioUnitScope_Global, 0, &seconds, &size));
+  check(AudioUnitGetProperty(unit(), id, kAudioUnitScope_Global, 0, &seconds, &size));
   return seconds;
 }
 
 void EffectBench::reset() {
-  check(AudioUnitReset(unit_, kAudioUnitScope_Global, 0));
+  check(AudioUnitReset(unit(), kAudioUnitScope_Global, 0));
 }
 
-EffectBench::Samples EffectBench::render(const Samples& input, std::span<const UInt32> blocks) {
+EffectBench::Samples EffectBench::render(const Samples& input, UInt32 block) {
   const auto frames = static_cast<UInt32>(input[0].size());
   Samples output(block_.size(), std::vector<float>(frames));
-  for (UInt32 done = 0, i = 0; done < frames; ++i) {
-    const UInt32 run = std::min(blocks[i % blocks.size()], frames - done);
+  for (UInt32 done = 0; done < frames; done += block) {
     const float* from[kAudioMaximumChannels];
     float* to[kAudioMaximumChannels];
     for (size_t c = 0; c < input.size(); ++c) from[c] = input[c].data() + done;
     for (size_t c = 0; c < output.size(); ++c) to[c] = output[c].data() + done;
-    check(runner_->render(from, to, run));
-    done += run;
+    check(runner_->render(from, to, std::min(block, frames - done)));
   }
   return output;
 }

@@ -20,12 +20,10 @@ class EffectBench {
 
   /// A registered effect, by its four-letter code, initialised.
   explicit EffectBench(const std::string& code, const RenderFormat& format = {});
-  /// One that somebody else keeps open as long.
-  explicit EffectBench(AudioUnit unit, const RenderFormat& format = {});
   EffectBench(const EffectBench&) = delete;
   EffectBench& operator=(const EffectBench&) = delete;
 
-  AudioUnit unit() const { return unit_; }
+  AudioUnit unit() const { return effect_.get(); }
   /// Ascending, with the values that they had at first.
   const std::vector<EffectParameter>& parameters() const { return parameters_; }
   std::vector<EffectParameter> writableParameters() const;
@@ -38,16 +36,12 @@ class EffectBench {
   /// Every parameter that can be written to that part of its range.
   void setAll(float part);
   void setQuality(UInt32 quality);
-  /// Their names; and one of them becomes the setting.
-  std::vector<std::string> presets() const;
-  void choosePreset(size_t index);
   void reset();
   Float64 latency() const { return seconds(kAudioUnitProperty_Latency); }
   Float64 tailTime() const { return seconds(kAudioUnitProperty_TailTime); }
 
-  /// The whole input through the effect, in blocks of these lengths, again and again.
-  Samples render(const Samples& input, std::span<const UInt32> blocks);
-  Samples render(const Samples& input, UInt32 block = 512) { return render(input, {&block, 1}); }
+  /// The whole input through the effect.
+  Samples render(const Samples& input, UInt32 block = 512);
   /// The same with something done before frame `at`.
   Samples renderAround(const Samples& input, size_t at, const std::function<void()>& change);
   /// One block of at most the format's frames, without any allocation; what comes out stays inside.
@@ -56,8 +50,7 @@ class EffectBench {
  private:
   Float64 seconds(AudioUnitPropertyID id) const;
 
-  const EffectInstance owned_;
-  const AudioUnit unit_;
+  const EffectInstance effect_;
   const std::vector<EffectParameter> parameters_;
   const std::unique_ptr<EffectRunner> runner_;
   Samples block_;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "AudioUnitProperties.h"
+#include "EffectPresets.h"
 #include "PluginKinds.h"
 #include "PortTurtle.h"
 #include "TurtleText.h"
@@ -34,19 +34,6 @@ std::string PluginTurtle::fileName() const {
   return code_ + ".ttl";
 }
 
-std::vector<std::string> PluginTurtle::presetNames() const {
-  std::vector<std::string> names;
-  CFArrayRef presets = nullptr;
-  UInt32 size = sizeof presets;
-  if (AudioUnitGetProperty(unit_.get(), kAudioUnitProperty_FactoryPresets, kAudioUnitScope_Global, 0,
-                           &presets, &size))
-    return names;
-  for (size_t i = 0; i < CFArrayGetCount(presets); ++i)
-    names.push_back(CFStringGetText(CFArrayGetStringAtIndex(presets, i)));
-  CFRelease(presets);
-  return names;
-}
-
 std::string PluginTurtle::presetUri(const std::string& name) const {
   return uri_ + "#preset_" + symbolFromName(name);
 }
@@ -57,7 +44,7 @@ void PluginTurtle::writeManifest(std::ostream& out) const {
       << " ;\n  rdfs:seeAlso " << turtleAddress(fileName()) << " .\n\n"
       << turtleAddress(editorUri_) << "\n  a ui:X11UI ;\n  lv2:binary " << turtleAddress(editorObject)
       << " ;\n  rdfs:seeAlso " << turtleAddress(fileName()) << " .\n";
-  for (const std::string& preset : presetNames())
+  for (const std::string& preset : effectPresets(unit_.get()))
     out << "\n"
         << turtleAddress(presetUri(preset)) << "\n  a pset:Preset ;\n  lv2:appliesTo " << turtleAddress(uri_)
         << " ;\n  rdfs:label " << turtleString(preset) << " ;\n  rdfs:seeAlso " << turtleAddress(presetsFile)
@@ -124,11 +111,9 @@ void PluginTurtle::writeEditor(std::ostream& out) const {
 }
 
 void PluginTurtle::writePresets(std::ostream& out) const {
-  const std::vector<std::string> names = presetNames();
+  const std::vector<std::string> names = effectPresets(unit_.get());
   for (size_t p = 0; p < names.size(); ++p) {
-    const AUPreset preset{static_cast<SInt32>(p), nullptr};
-    AudioUnitSetProperty(unit_.get(), kAudioUnitProperty_PresentPreset, kAudioUnitScope_Global, 0, &preset,
-                         sizeof preset);
+    chooseEffectPreset(unit_.get(), static_cast<SInt32>(p));
     out << "\n"
         << turtleAddress(presetUri(names[p])) << "\n  a pset:Preset ;\n  lv2:appliesTo "
         << turtleAddress(uri_) << " ;\n  rdfs:label " << turtleString(names[p]);

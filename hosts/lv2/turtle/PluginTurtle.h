@@ -28,7 +28,6 @@ class PluginTurtle {
   void writePorts(std::ostream& out) const;
   void writeGroups(std::ostream& out) const;
   void writeEditor(std::ostream& out) const;
-  std::vector<std::string> presetNames() const;
   std::string presetUri(const std::string& name) const;
 
   EffectInstance unit_;
