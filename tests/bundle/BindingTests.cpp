@@ -3,7 +3,6 @@
 #include "ActionLog.h"
 #include "EditorStage.h"
 #include "NSException.h"
-#include "SilentEffect.h"
 #include "jxAUParam.h"
 #include "jxAUwrapper.h"
 
@@ -43,59 +42,32 @@ TEST_F(Binding, ScaleAndOffsetApplyInBothDirectionsAndWritingClamps) {
   }
 }
 
-TEST_F(Binding, UnitsAndKindsOfDisplay) {
-  const struct {
-    UInt32 unit, flags;
-    const char *text, *kind;
-  } rows[] = {
-      {kAudioUnitParameterUnit_Hertz, kAudioUnitParameterFlag_DisplayLogarithmic, "Hz", "logarithmic"},
-      {kAudioUnitParameterUnit_Percent, kAudioUnitParameterFlag_DisplaySquareRoot, "%", "root"},
-      {kAudioUnitParameterUnit_Seconds, kAudioUnitParameterFlag_DisplaySquared, "sec", "squared"},
-      {kAudioUnitParameterUnit_Decibels, kAudioUnitParameterFlag_DisplayExponential, "dB", "exponential"},
-      {kAudioUnitParameterUnit_SampleFrames, 3u << 16, "smp", ""},
-      {kAudioUnitParameterUnit_Indexed, 0, "", ""},
-      {26, 0, "", ""}};
-  for (const auto& row : rows) {
-    const AUParameterRow parameterRow{0, "p", row.unit, 0, 1, 0, kAUParameterPlain | row.flags};
-    SilentEffect effect(std::span(&parameterRow, 1));
-    jxAUParam param({&effect, 0, kAudioUnitScope_Global, 0}, target.get(), changed);
-    const auto kind = [&] {
-      return std::string(param.displaysLogarithmical() ? "logarithmic" : "") +
-             (param.displaysSquaredRoot() ? "root" : "") + (param.displaysSquared() ? "squared" : "") +
-             (param.displaysExponential() ? "exponential" : "");
-    };
-    EXPECT_EQ(param.unit(), row.text) << row.unit;
-    EXPECT_EQ(param.isIndexed(), row.unit == kAudioUnitParameterUnit_Indexed);
-    EXPECT_EQ(param.isInteger(), row.unit == kAudioUnitParameterUnit_SampleFrames);
-    EXPECT_EQ(kind(), row.kind) << row.unit;
-    param.setForceLinear(true);
-    EXPECT_EQ(kind(), "") << row.unit;
-  }
-}
-
-TEST_F(Binding, TextIsTheEffectsOwnOrANumber) {
+TEST_F(Binding, TextIsTheEffectsOwnOrANumberWithItsUnit) {
   const struct {
     AudioUnitParameterID id;
+    const char *name, *unit;
     float set, asked;
     const char *current, *of, *max;
-  } rows[] = {{gainParameter, 4.5f, 3.25f, "9", "3.25", "20"},
-              {freqParameter, 441.5f, 1234.5678f, "883", "1234.5", "40000"},
-              {framesParameter, 441, 12.5f, "882", "12", "88200"},
-              {modeParameter, 1, 2, "hard", "off", "4"},  // the scaled maximum has no name
-              {textParameter, 20, 30, "20 ms", "30 ms", "2000 ms"}};
-  for (const auto& row : rows) {
-    const auto param = bind(row.id);
-    set(row.id, row.set);
-    param->setCustomScale(2);
-    EXPECT_EQ(param->valueString(), row.current);
-    EXPECT_EQ(param->stringForValue(row.asked), row.of);
-    EXPECT_EQ(param->maxValueString(), row.max);
-  }
-  for (int round = 0; round < 2; ++round) {  // the second reads what the first should not have released
-    EXPECT_EQ(bind(gainParameter)->parameterName(), "gain");
-    EXPECT_EQ(bind(freqParameter)->parameterName(), "größe");
-    EXPECT_EQ(bind(givenParameter)->parameterName(), "given away");
-  }
+  } rows[] = {{gainParameter, "gain", "", 4.5f, 3.25f, "9", "3.25", "20"},
+              {freqParameter, "größe", "Hz", 441.5f, 1234.5678f, "883", "1234.5", "40000"},
+              {framesParameter, "frames", "smp", 441, 12.5f, "882", "12", "88200"},
+              {modeParameter, "mode", "", 1, 2, "hard", "off", "4"},  // the scaled maximum has no name
+              {givenParameter, "given away", "dB", 6, 1.5f, "12", "1.5", "24"},
+              {textParameter, "text", "ms", 20, 30, "20 ms", "30 ms", "2000 ms"}};
+  for (int round = 0; round < 2; ++round)  // the second reads what the first should not have released
+    for (const auto& row : rows) {
+      const auto param = bind(row.id);
+      set(row.id, row.set);
+      param->setCustomScale(2);
+      EXPECT_EQ(param->parameterName(), row.name);
+      EXPECT_EQ(param->unit(), row.unit) << row.name;
+      EXPECT_EQ(param->valueString(), row.current) << row.name;
+      EXPECT_EQ(param->stringForValue(row.asked), row.of) << row.name;
+      EXPECT_EQ(param->maxValueString(), row.max) << row.name;
+      EXPECT_EQ(param->displaysLogarithmical(), row.id == freqParameter);
+      param->setForceLinear(true);
+      EXPECT_FALSE(param->displaysLogarithmical());
+    }
 }
 
 TEST_F(Binding, AParameterWithoutDescriptionThrowsAndLeavesNothingBehind) {
@@ -135,15 +107,6 @@ TEST_F(Binding, AChangeFromAnySourceReachesEveryBindingOfTheParameter) {
   }
 }
 
-Unit namedUnit(const std::string& name) {
-  static OSType subtype = FourCharCode("wr00");
-  return openUnit(RegisterComponent(
-      {FourCharCode("aufx"), ++subtype, FourCharCode("Test")}, name.c_str(), 0,
-      +[]() -> std::unique_ptr<AUEffectBase> {
-        return std::make_unique<SilentEffect>(std::span<AUParameterRow>());
-      }));
-}
-
 TEST_F(Binding, AnEffectsNameIsWithoutMakerAndPrefix) {
   const std::string longest(253, 'x');
   const std::pair<std::string, std::string> rows[] = {{"Vendor: AUEcho", " Echo"},
@@ -152,9 +115,13 @@ TEST_F(Binding, AnEffectsNameIsWithoutMakerAndPrefix) {
                                                       {"V: AUGröße", " Größe"},
                                                       {"", ""},
                                                       {"V:" + longest, longest}};
-  for (const auto& [component, name] : rows)
-    EXPECT_EQ(jxAUwrapper(namedUnit(component).get()).auName(), name) << component;
-
+  OSType subtype = FourCharCode("wr00");
+  for (const auto& [component, name] : rows) {
+    const Unit named = openUnit(RegisterComponent(
+        {FourCharCode("aufx"), ++subtype, FourCharCode("Test")}, component, 0,
+        +[]() -> std::unique_ptr<AUEffectBase> { return std::make_unique<TestEffect>(); }));
+    EXPECT_EQ(jxAUwrapper(named.get()).auName(), name) << component;
+  }
   jxAUwrapper none(nullptr);
   EXPECT_EQ(none.auVersion(), 0u);
   EXPECT_EQ(none.auName(), "");

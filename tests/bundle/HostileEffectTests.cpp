@@ -12,6 +12,7 @@
 #include "HostileEffect.h"
 #include "StandIn.h"
 #include "jxAUGraphDisplay.h"
+#include "jxAUMeasuredResponseView.h"
 #include "jxAURotaryKnob.h"
 
 namespace {
@@ -113,10 +114,12 @@ TEST_F(HostileEffects, ChangeTheirRangesAndLoseTheirParameters) {
 
 TEST_F(HostileEffects, RenderNoNumbersOrNothingAtAll) {
   for (const auto sound : {Faults::Sound::notANumber, Faults::Sound::refused})
-    for (const char* code : {"filt", "lpas", "bpas", "pmeq", "mrev"}) {
-      SCOPED_TRACE(code);
-      faults = {};
-      ASSERT_TRUE(openHostile(registeredEffect(code))) << testing::PrintToString(log);
+    forEach([&](Component real) {
+      ASSERT_TRUE(openHostile(real)) << testing::PrintToString(log);
+      const auto graphs = all<jxAUGraphDisplay>(*editor);
+      const bool isMeasured =
+          find(*editor, "ReverbIRview") || !all<jxAUMeasuredResponseView>(*editor).empty();
+      if (!isMeasured) return;
       const Bitmap before = picture();
       faults.sound = sound;
       for (int i = 0; i < 10; ++i) {
@@ -125,14 +128,13 @@ TEST_F(HostileEffects, RenderNoNumbersOrNothingAtAll) {
       }
       // The panel round the plot looks as before.
       const Bitmap after = picture();
-      const NSRect graph = frameInWindow(*all<jxAUGraphDisplay>(*editor).front());
+      const NSRect graph = frameInWindow(*graphs.front());
       const float w = NSWidth(graph), h = NSHeight(graph), rim = 6;
       for (const NSRect side : {NSMakeRect(0, 0, w, rim), NSMakeRect(0, h - rim, w, rim),
                                 NSMakeRect(0, 0, rim, h), NSMakeRect(w - rim, 0, rim, h)})
         EXPECT_EQ(differences(before, after, NSOffsetRect(side, graph.origin.x, graph.origin.y)), 0);
       EXPECT_FALSE(log.empty()) << "it is said that there are no numbers, or no sound";
-      expectNothingTwice();
-    }
+    });
 }
 
 TEST_F(HostileEffects, AreClosedUnderTheirEditor) {

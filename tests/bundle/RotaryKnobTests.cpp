@@ -52,27 +52,6 @@ TEST_F(RotaryKnob, ShowsAValueOfItsRangeAtItsPosition) {
   }
 }
 
-TEST_F(RotaryKnob, ItsRangeIsGuardedAndItsChangeMovesTheValueNotThePosition) {
-  const struct {
-    bool logarithmic, setsMax;
-    double set, min, max;
-  } rows[] = {
-      // of 10 to 90 at its middle
-      {false, false, 50, 50, 90}, {false, false, 51, 10, 90},  {false, false, -5, -5, 90},
-      {true, false, 0, 1e-7, 90}, {false, false, NAN, 10, 90}, {false, true, 70, 10, 70},
-      {false, true, 49, 10, 90},  {false, true, NAN, 10, 90},
-  };
-  for (const auto& row : rows) {
-    const auto knob = make(10, 90, row.logarithmic);
-    knob->setDoubleValue(row.logarithmic ? 30 : 50);  // the middle of either scale
-    row.setsMax ? knob->setMaxValue(row.set) : knob->setMinValue(row.set);
-    EXPECT_EQ(knob->minValue(), row.min) << row.set;
-    EXPECT_EQ(knob->maxValue(), row.max) << row.set;
-    EXPECT_NEAR(knob->doubleValue(), row.logarithmic ? std::sqrt(row.min * row.max) : (row.min + row.max) / 2,
-                1e-9);
-  }
-}
-
 TEST_F(RotaryKnob, ItsWedgeLeadsFromTheBeginningOrTheMiddleToTheValue) {
   constexpr int angles[] = {235, 215, 170, 120, 95,
                             85,  60,  10,  -35, -55};  // counter-clockwise from the right
