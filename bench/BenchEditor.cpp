@@ -2,26 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <stdexcept>
-
-#include "AUEventListener.h"
-#include "EditorBundle.h"
-
-extern "C" void TovinBundleClasses(std::vector<const Class*>& classes);
 
 namespace {
 
 constexpr double sampleRate = 44100;
 constexpr UInt32 noiseFrames = 44100, mostFrames = 4410;
-constexpr float loudest = 8;     // so that compressors and limiters have work
-constexpr double timersEnd = 1;  // seconds after which nothing holds a closed editor any more
-
-const EditorBundle& bundle() {
-  static std::string error;
-  static const auto linked = EditorBundle::linked(TOVIN_BUNDLE, &TovinBundleClasses, error);
-  if (!linked) throw std::runtime_error(error);
-  return *linked;
-}
+constexpr float loudest = 8;  // so that compressors and limiters have work
 
 /// A second of it.
 const std::vector<float>& noise() {
@@ -38,40 +24,18 @@ const std::vector<float>& noise() {
   return samples;
 }
 
-const NSView* firstOf(const NSView& inside, const std::string& className) {
-  for (const auto& view : inside.subviews()) {
-    if (view->isa().name() == className) return view.get();
-    if (const NSView* found = firstOf(*view, className)) return found;
-  }
-  return nullptr;
-}
-
 }  // namespace
 
-BenchEditor::BenchEditor(const std::string& code, float scale)
-    : stage_(scale), effect_(code, {sampleRate, 2, 2, mostFrames}) {
-  open();
+BenchEditor::BenchEditor(const std::string& code, float scale) : EditorStage(scale) {
+  unit = openUnit(registeredEffect(code));
+  effect_.emplace(unit.get(), RenderFormat{sampleRate, 2, 2, mostFrames});
+  openEditor();
 }
 
-BenchEditor::~BenchEditor() {
-  close();
-}
-
-void BenchEditor::open() {
-  window_ = BenchStage::show(bundle().editorFor(effect_.unit()));
-  stage_.turn();
-}
-
-void BenchEditor::close() {
-  if (!window_) return;
-  window_->close();
-  window_.reset();
-  stage_.advance(timersEnd);
-}
-
-void BenchEditor::automate(AudioUnitParameterID id, Float32 value) {
-  const AudioUnitParameter parameter{effect_.unit(), id, kAudioUnitScope_Global, 0};
-  AUParameterSet(nullptr, nullptr, &parameter, value, 0);
+void BenchEditor::openEditor() {
+  editor = bundle().editorFor(unit.get());
+  put(editor);
+  turn();
 }
 
 void BenchEditor::hear(double seconds) {
@@ -79,16 +43,8 @@ void BenchEditor::hear(double seconds) {
     const size_t from = heard_ % noiseFrames;
     const size_t frames = std::min({left, noiseFrames - from, size_t{mostFrames}});
     const float* const input[] = {noise().data() + from, noise().data() + from};
-    effect_.renderBlock(input, static_cast<UInt32>(frames));
+    effect_->renderBlock(input, static_cast<UInt32>(frames));
     heard_ += frames;
     left -= frames;
   }
-}
-
-NSPoint BenchEditor::middleOf(const std::string& className) const {
-  const NSView* found = firstOf(view(), className);
-  if (!found) throw std::runtime_error("the editor has no " + className);
-  const NSRect frame = found->convertRect_toView(found->bounds(), nullptr);
-  return window_->convertBaseToScreen(
-      {NSMinX(frame) + NSWidth(frame) / 2, NSMinY(frame) + NSHeight(frame) / 2});
 }

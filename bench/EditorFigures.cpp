@@ -36,7 +36,7 @@ std::vector<uint32_t> pixelsOf(const Bitmap& bitmap) {
 
 /// Whether the tape alone brings the window's picture back: no call that draws has been missed.
 bool drawsTheSame(CairoTape& tape, const BenchEditor& editor) {
-  const Bitmap& bitmap = *editor.view().window()->snapshot();
+  const Bitmap& bitmap = *editor.window->snapshot();
   const std::vector<uint32_t> drawn = pixelsOf(bitmap);
   cairo_t* const eraser = cairo_create(bitmap.surface());
   cairo_paint(eraser);
@@ -81,24 +81,24 @@ void compare(benchmark::State& state, const EditorKind& kind, BenchEditor& edito
 
 Activity opening(BenchEditor& editor, const EditorKind&) {
   // Both find the memory that an editor has just given back.
-  return {.step = [&](int) { editor.open(); },
-          .prepare = [&](int) { editor.close(); },
+  return {.step = [&](int) { editor.openEditor(); },
+          .prepare = [&](int) { editor.closeEditor(); },
           .measurements = 1,
-          .beforeFloor = [&] { editor.close(); }};
+          .beforeFloor = [&] { editor.closeEditor(); }};
 }
 
 Activity fullRedraw(BenchEditor& editor, const EditorKind&) {
   return {.step =
               [&](int) {
-                editor.view().setNeedsDisplay(true);
-                editor.stage().turn();
+                editor.editor->setNeedsDisplay(true);
+                BenchEditor::turn();
               },
           .drawsAll = true};
 }
 
 Activity tick(BenchEditor& editor, const EditorKind& kind) {
   Activity activity{.steps = static_cast<int>(std::lround(1 / kind.tick)),
-                    .step = [&editor, &kind](int) { editor.stage().advance(kind.tick); }};
+                    .step = [&editor, &kind](int) { editor.advance(kind.tick); }};
   if (kind.moves == EditorKind::hasMeters) {
     activity.prepare = [&editor, &kind](int) { editor.hear(kind.tick); };
     activity.before = 10;  // until the meters are full
@@ -107,16 +107,12 @@ Activity tick(BenchEditor& editor, const EditorKind& kind) {
 }
 
 Activity drag(BenchEditor& editor, const EditorKind&) {
-  for (const EffectParameter& p : editor.effect().writableParameters())
-    editor.automate(p.id, partOf(p, atWork));
-  editor.stage().advance(2 * turn);
-  editor.stage().display().press(editor.middleOf("jxAURotaryKnob"));
+  for (const EffectParameter& p : editor.effect().writableParameters()) editor.set(p.id, partOf(p, atWork));
+  editor.advance(2 * turn);
+  editor.press(*find(*editor.editor, "jxAURotaryKnob"));
   return {.steps = shortCycle,
-          .step = [&](int) { editor.stage().advance(turn); },
-          .prepare =
-              [&](int i) {
-                editor.stage().display().moveBy(0, i < shortCycle / 2 ? pointsPerStep : -pointsPerStep);
-              },
+          .step = [&](int) { editor.advance(turn); },
+          .prepare = [&](int i) { editor.moveBy(0, i < shortCycle / 2 ? pointsPerStep : -pointsPerStep); },
           .measurements = 1};
 }
 
@@ -126,8 +122,8 @@ Activity parameterToPicture(BenchEditor& editor, const EditorKind& kind) {
           .step =
               [&editor, parameter](int i) {
                 const int height = i < shortCycle / 2 ? i : shortCycle - i;
-                editor.automate(parameter.id, partOf(parameter, 0.3f + 0.1f * static_cast<float>(height)));
-                editor.stage().advance(turn);
+                editor.set(parameter.id, partOf(parameter, 0.3f + 0.1f * static_cast<float>(height)));
+                editor.advance(turn);
               },
           .measurements = 1};
 }

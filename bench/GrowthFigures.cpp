@@ -1,9 +1,9 @@
 #include <algorithm>
 
 #include "AUEventListener.h"
-#include "BenchStage.h"
 #include "EffectBench.h"
 #include "Figures.h"
+#include "Stage.h"
 #include "WorkTime.h"
 #include "jxAUCompAmountView.h"
 #include "jxAUHandleGraphDisplay.h"
@@ -15,10 +15,10 @@ constexpr double turn = 0.05;
 constexpr int tries = 20;
 
 /// Makes something with that many parts; what it answers does the work once.
-using Make = std::function<TimedWork(BenchStage& stage, int)>;
+using Make = std::function<TimedWork(Stage& stage, int)>;
 
 double usual(const Make& make, int number) {
-  BenchStage stage(1);
+  Stage stage(1);
   const TimedWork work = make(stage, number);
   std::vector<double> seconds;
   for (int i = 0; i < tries; ++i) seconds.push_back(work());
@@ -58,7 +58,7 @@ struct Bindings {
   float value = 0;
 };
 
-TimedWork bindings(BenchStage&, int number) {
+TimedWork bindings(Stage&, int number) {
   return [all = std::make_shared<Bindings>(number)] {
     return secondsOf([&] {
       all->bind();
@@ -67,7 +67,7 @@ TimedWork bindings(BenchStage&, int number) {
   };
 }
 
-TimedWork changes(BenchStage& stage, int number, bool ofAll) {
+TimedWork changes(Stage& stage, int number, bool ofAll) {
   const auto all = std::make_shared<Bindings>(number);
   all->bind();
   return [all, ofAll, &stage] {
@@ -81,14 +81,13 @@ TimedWork changes(BenchStage& stage, int number, bool ofAll) {
 
 // ---- Views.
 
-TimedWork redraws(BenchStage& stage, const std::shared_ptr<NSView>& view,
-                  const std::function<void()>& change) {
-  const std::shared_ptr<NSWindow> window = BenchStage::show(view);
-  stage.turn();
-  return [window, change, &stage] {
+TimedWork redraws(Stage& stage, const std::shared_ptr<NSView>& view, const std::function<void()>& change) {
+  stage.put(view);
+  Stage::turn();
+  return [change] {
     return secondsOf([&] {
       change();
-      stage.turn();
+      Stage::turn();
     });
   };
 }
@@ -109,12 +108,12 @@ struct HandleGraph : jxAUHandleGraphDisplay {
   }
 };
 
-TimedWork handles(BenchStage& stage, int number) {
+TimedWork handles(Stage& stage, int number) {
   const auto graph = std::make_shared<HandleGraph>(number);
   return redraws(stage, graph, [&graph = *graph] { graph.setNeedsDisplay(true); });
 }
 
-TimedWork meterSamples(BenchStage& stage, int number) {
+TimedWork meterSamples(Stage& stage, int number) {
   const auto meter = std::make_shared<jxAUCompAmountView>(NSMakeRect(0, 0, 316, 124));
   const auto effect = std::make_shared<EffectBench>("lmtr");
   meter->awakeFromNib();
@@ -129,14 +128,14 @@ TimedWork meterSamples(BenchStage& stage, int number) {
 }
 
 /// A side of so many hundred points.
-TimedWork windowSize(BenchStage& stage, int side) {
+TimedWork windowSize(Stage& stage, int side) {
   const float points = 100 * static_cast<float>(side);
   const auto panel = std::make_shared<jxAUGraphDisplay>(NSMakeRect(0, 0, points, points));
   panel->awakeFromNib();
   return redraws(stage, panel, [&panel = *panel] { panel.setNeedsDisplay(true); });
 }
 
-TimedWork partOfWindow(BenchStage& stage, int side) {
+TimedWork partOfWindow(Stage& stage, int side) {
   const float points = 100 * static_cast<float>(side);
   const auto panel = std::make_shared<jxAUGraphDisplay>(NSMakeRect(0, 0, points, points));
   panel->awakeFromNib();
@@ -166,9 +165,9 @@ void addGrowth(RatioTable& table) {
   const auto linear = [&](const char* what, const Make& make) {
     for (const int many : {10, 100, 1000}) add(what, make, 1, many, many, 1.5);
   };
-  constant("bindings, one changes:",
-           [](BenchStage& stage, int number) { return changes(stage, number, false); }, {10, 100, 1000});
-  linear("bindings, all change:", [](BenchStage& stage, int number) { return changes(stage, number, true); });
+  constant("bindings, one changes:", [](Stage& stage, int number) { return changes(stage, number, false); },
+           {10, 100, 1000});
+  linear("bindings, all change:", [](Stage& stage, int number) { return changes(stage, number, true); });
   linear("bindings, made and gone:", bindings);
   linear("handles, redraw:", handles);
   linear("meter samples, tick:", meterSamples);

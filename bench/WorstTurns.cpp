@@ -19,15 +19,15 @@ constexpr int redraws = 20;
 /// Seconds of each turn of the run loop while every parameter is automated, and meters have something to
 /// show.
 std::vector<double> minuteOfTurns(BenchEditor& editor, const EditorKind& kind) {
-  BenchStage& stage = editor.stage();
   const auto parameters = editor.effect().writableParameters();
   std::vector<double> turns;
   for (int step = 0; step < steps; ++step) {
     if (kind.moves == EditorKind::hasMeters) editor.hear(interval);
     for (size_t i = 0; i < parameters.size(); ++i)
-      editor.automate(parameters[i].id, automated(parameters[i], i, step));
-    const double end = stage.now() + interval;
-    while (stage.waitUntil(end)) turns.push_back(secondsOf([&] { stage.turn(); }));
+      editor.set(parameters[i].id, automated(parameters[i], i, step));
+    const double end = editor.clock.now() + interval;
+    while (editor.clock.waitUntil(end, NSRunLoop::currentRunLoop()))
+      turns.push_back(secondsOf(BenchEditor::turn));
   }
   return turns;
 }
@@ -35,8 +35,8 @@ std::vector<double> minuteOfTurns(BenchEditor& editor, const EditorKind& kind) {
 double bareRedraw(BenchEditor& editor) {
   CairoTape tape;
   tape.record([&] {
-    editor.view().setNeedsDisplay(true);
-    editor.stage().turn();
+    editor.editor->setNeedsDisplay(true);
+    BenchEditor::turn();
   });
   double least = std::numeric_limits<double>::infinity();
   for (int i = 0; i < redraws; ++i) {

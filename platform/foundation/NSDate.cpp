@@ -1,5 +1,6 @@
 #include "NSDate.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include "NSAssertionHandler.h"
@@ -31,21 +32,24 @@ VirtualClock::~VirtualClock() {
   NSDate::setClock(previous_);
 }
 
+bool VirtualClock::waitUntil(NSTimeInterval end, const NSRunLoop& loop) {
+  const NSTimeInterval due = loop.nextDue();
+  const bool isBefore = due <= end + 1e-9;  // sums of the same steps may differ by their rounding
+  now_ = std::max(now_, isBefore ? due : end);
+  return isBefore;
+}
+
 void VirtualClock::advance(NSRunLoop& loop, NSTimeInterval seconds) {
   const NSTimeInterval end = now_ + seconds;
   int turnsAtThisInstant = 0;
-  while (true) {
-    loop.runTurn();
-    const NSTimeInterval due = loop.nextDue();
-    if (due > end + 1e-9) break;  // sums of the same steps may differ by their rounding
-    turnsAtThisInstant = due > now_ ? 0 : turnsAtThisInstant + 1;
+  loop.runTurn();
+  NSTimeInterval before = now_;
+  for (; waitUntil(end, loop); before = now_) {
+    turnsAtThisInstant = now_ > before ? 0 : turnsAtThisInstant + 1;
     if (turnsAtThisInstant > 1000)
       NSAssertionHandler::currentHandler().handleFailureInMethod("advance", nullptr, "NSDate", __LINE__,
                                                                  "something is due again in every turn");
-    if (due > now_) now_ = due;
-  }
-  if (end > now_) {
-    now_ = end;
     loop.runTurn();
   }
+  if (end > before) loop.runTurn();
 }

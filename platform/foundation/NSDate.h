@@ -30,6 +30,9 @@ class VirtualClock : public Clock {
   /// Lets `seconds` pass on the loop: the clock jumps from one due time to the next, one turn at each
   /// instant and a last one at the end; nothing sleeps. Descriptors are polled at every turn.
   void advance(NSRunLoop& loop, NSTimeInterval seconds);
+  /// Jumps to the next time at which the loop has something to do, which is left to be done. False, and the
+  /// clock at `end`, when there is nothing until then.
+  bool waitUntil(NSTimeInterval end, const NSRunLoop& loop);
 
  private:
   NSTimeInterval now_ = 1000;

@@ -68,11 +68,15 @@ bool EditorStage::open(Unit opened) {
   return true;
 }
 
-void EditorStage::close() {
+void EditorStage::closeEditor() {
   if (window) window->close();
   window.reset();
   editor.reset();
   advance(2);  // an end-stop timer may still hold a knob
+}
+
+void EditorStage::close() {
+  closeEditor();
   if (listener_) AUListenerDispose(std::exchange(listener_, nullptr));
   heard_.clear();
   unit.reset();

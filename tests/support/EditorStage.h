@@ -21,7 +21,9 @@ class EditorStage : public Stage {
   void open(Component component);
   /// The same for an effect that was opened; false, and nothing is shown, when it gets no editor.
   bool open(Unit opened);
-  /// Closes what is shown, waits until no timer holds it any more, and closes the effect.
+  /// Closes what is shown and waits until no timer holds it any more.
+  void closeEditor();
+  /// And the effect.
   void close();
 
   float parameter(AudioUnitParameterID id) const { return valueOf(unit, id); }

@@ -46,12 +46,16 @@ void Stage::forgetLog() {
   NSSetLogSink([this](std::string_view line) { log.emplace_back(line); });
 }
 
-void Stage::show(const std::shared_ptr<NSView>& view) {
+void Stage::put(const std::shared_ptr<NSView>& view) {
   window = std::make_shared<NSWindow>(NSRect{{100, 100}, view->frame().size}, NSTitledWindowMask,
                                       NSBackingStoreBuffered, false);
   window->setContentView(view);
   window->setInitialFirstResponder(view.get());
   window->makeKeyAndOrderFront();
+}
+
+void Stage::show(const std::shared_ptr<NSView>& view) {
+  put(view);
   advance(0.2);
   takeDamage();
 }

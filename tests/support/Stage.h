@@ -25,7 +25,9 @@ class Stage : public Hands {
   /// Forgets the log; what was said once is news again.
   void forgetLog();
 
-  /// A window at (100, 100) with that content, shown, drawn and open for 0.2 seconds; in place of the last.
+  /// A window at (100, 100) with that content, shown; in place of the last.
+  void put(const std::shared_ptr<NSView>& view);
+  /// The same, drawn and open for 0.2 seconds.
   void show(const std::shared_ptr<NSView>& view);
   /// The same with the view in the middle of an empty content of that size.
   void showInside(NSSize size, const std::shared_ptr<NSView>& view);
