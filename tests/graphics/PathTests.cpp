@@ -21,7 +21,7 @@ std::shared_ptr<NSBezierPath> through(std::initializer_list<NSPoint> points) {
   return path;
 }
 
-/// Which of the eight points of the compass, just inside the circle, an arc's filling covers.
+/// Which of the eight points of the compass, just inside a circle of 25 points, an arc's filling covers.
 std::string filledBy(float start, float end, bool clockwise) {
   const Bitmap bitmap = painted({60, 60}, 1, [&] {
     const auto path = NSBezierPath::bezierPath();
@@ -32,8 +32,11 @@ std::string filledBy(float start, float end, bool clockwise) {
   std::string filled;
   for (int i = 0; i < 8; ++i) {
     const float angle = static_cast<float>(i) * std::numbers::pi_v<float> / 4;
-    if (at(bitmap, 30 + 22 * std::cos(angle), 30 + 22 * std::sin(angle))[3] == 255)
-      filled += std::string(filled.empty() ? "" : " ") + names[i];
+    const auto alphaAt = [&](float radius) {
+      return at(bitmap, 30 + radius * std::cos(angle), 30 + radius * std::sin(angle))[3];
+    };
+    EXPECT_EQ(alphaAt(26.5f), 0) << "bulges to the " << names[i];
+    if (alphaAt(22) == 255) filled += std::string(filled.empty() ? "" : " ") + names[i];
   }
   return filled;
 }
