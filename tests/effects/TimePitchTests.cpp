@@ -77,9 +77,9 @@ TEST(TimePitch, TransposesExactlyInEveryQualityAndSmoothnessAndBendsWithoutAStep
       bench.set({{pitch, -1200}, {smoothness, smooth}});
       bench.reset();
       const auto output =
-          bench.renderAround(sine(440, -12, 105000), 52500, [&] { bench.set(pitch, 701.955); })[1];
-      expectPitch(output, 21000, -1200);
-      expectPitch(output, 73500, 701.955);
+          bench.renderAround(sine(440, -12, 98000), 49000, [&] { bench.set(pitch, 701.955); })[1];
+      expectPitch(output, 17000, -1200);
+      expectPitch(output, 65000, 701.955);
       expectNoStep(output, 20000, 701.955);
     }
   }
@@ -95,8 +95,7 @@ TEST(TimePitch, KeepsTheTimeAtEveryPitch) {
                                                    std::sin(2 * std::numbers::pi * 440 * seconds));
   }
   for (const UInt32 quality : qualities) {
-    for (const auto& [before, cents] :
-         {std::pair(0, 700), {0, -1200}, {-1200, 0}, {-1200, 700}, {1200, -1200}, {1200, -500}}) {
+    for (const auto& [before, cents] : {std::pair(0, 700), {-1200, 0}, {1200, -1200}, {1200, -500}}) {
       EffectBench bench("tmpt");
       bench.setQuality(quality);
       bench.set(pitch, before);
@@ -129,21 +128,22 @@ TEST(TimePitch, ChangesItsEngineAndWindowWithoutAStep) {
       each->set({{pitch, 300}, {smoothness, kinds[i - 1].smoothness}});
       each->reset();
     }
-    std::vector<float> output, expected;
+    std::vector<float> output;
+    bool isChanged = false;
     const auto goOn = [&] {
-      const auto more = bench.render(input)[0], same = unchanged.render(input)[0];
+      const auto more = bench.render(input)[0];
       output.insert(output.end(), more.begin(), more.end());
-      expected.insert(expected.end(), same.begin(), same.end());
+      if (!isChanged) isChanged = more != unchanged.render(input)[0];
     };
     goOn();
     bench.setQuality(kinds[i].quality);
     bench.set(smoothness, kinds[i].smoothness);
-    for (int round = 0; round < 200 && output == expected; ++round) {
+    for (int round = 0; round < 200 && !isChanged; ++round) {
       std::this_thread::sleep_for(std::chrono::milliseconds(5));  // it is made on another thread
       goOn();
     }
     for (int round = 0; round < 3; ++round) goOn();
-    EXPECT_NE(output, expected);
+    EXPECT_TRUE(isChanged);
     expectNoStep(output, 20000, 300);
     expectPitch(output, output.size() - 32000, 300);
   }
