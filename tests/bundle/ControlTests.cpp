@@ -51,31 +51,6 @@ TEST_F(ValueKnob, TakesWhatIsTyped) {
   EXPECT_EQ(window->firstResponder(), view.get());
 }
 
-TEST_F(ValueKnob, AutomationDoesNotOverwriteTyping) {
-  make(0, 100, 20);
-  play("click .field; type 7");
-  view->setFloatValue(50);
-  EXPECT_EQ(field().stringValue(), "7");
-  EXPECT_EQ(view->floatValue(), 50) << "the knob itself follows";
-  play("type 5<escape>");
-  EXPECT_EQ(field().stringValue(), "50");
-  EXPECT_EQ(target->take(), "");
-}
-
-TEST_F(ValueKnob, TurningShowsTheValueAndTellsTheTarget) {
-  make(0, 10, 5);
-  for (const bool integer : {false, true}) {
-    view->setFloatValue(5);
-    view->setIntegerOnly(integer);
-    play("press .knob; drag 0 10; wait 0.05");  // 100 points count as one unit of drag: 5 + 10 x 0.0316228
-    EXPECT_EQ(field().stringValue(), integer ? "5" : "5.3162");
-    EXPECT_EQ(target->sender, view.get());
-    EXPECT_EQ(target->take(), integer ? "begin, turned 5.00" : "begin, turned 5.32");
-    release();
-    EXPECT_EQ(target->take(), integer ? "end, turned 5.00" : "end, turned 5.32");
-  }
-}
-
 class ParamPopup : public testing::Test, public EditorStage {
  protected:
   ParamPopup() {

@@ -41,6 +41,17 @@ constexpr struct {
     {"pmeq", "press graphView#0; drag 0 2000 option; release", "1 = 20"},
     {"bpas", "press graphView#0; drag 0 -20 option; release", "1 = 1800"},
     {"bpas", "press graphView#0; drag to graphView@1000,6; release", "0 = 1000"},
+    // Of a handle: who is near enough, and how far it goes.
+    {"lpas", "press graphView#0+10,0; drag 30 0; release", ""},
+    {"lpas", "press graphView#0; release", ""},
+    {"lpas", "press graphView#0+9.9,0; drag 0 1; release", "0 = 8072.8, 1 = 0.39131"},
+    {"lpas", "press graphView#0+5,4; drag 50 0 shift; drag -10 -5; release", "0 = 6900, 1 = -0.3913"},
+    {"lpas", "press graphView#0; drag 0 -20 option; release", "0 = 6900, 1 = -7.8261"},  // it has no width
+    {"filt", "set 1 200; set 3 250; press freqResponseView#0+9,0; drag 0 20; release",
+     "3 = 225.07, 4 = 5.4348"},
+    {"filt", "set 1 200; set 3 250; press freqResponseView#1+-9,0; drag 0 20; release",
+     "1 = 222.15, 2 = 5.4348"},
+    {"filt", "press freqResponseView#2; drag 0 -20 option shift; drag -10 0 option; release", "8 = 1.6"},
     {"tmpt", "click justPopup; type <home><down*16><return>", "1 = -386.31"},
 };
 

@@ -9,14 +9,6 @@ namespace {
 
 class Utility : public testing::Test, public EditorStage {};
 
-TEST_F(Utility, NumbersAreCutToSixCharactersAndLoseTheirTrailingZeros) {
-  const std::pair<float, const char*> rows[] = {
-      {0.5f, "0.5"},         {1, "1"},         {12.3456f, "12.345"}, {12345.678f, "12345"},
-      {100000, "100000"},    {0.00004f, "0"},  {0.00006f, "0.0001"}, {1234567, "123456"},
-      {-12.3456f, "-12.34"}, {-0.00001f, "-0"}};
-  for (const auto& [value, text] : rows) EXPECT_EQ(stringWithNiceFloatValue_digits(value, 6), text) << value;
-}
-
 TEST_F(Utility, NinePiecesKeepTheirCornersAndLimitThemByTheTarget) {
   // Red grows by 4 a column, green by 4 a row: every pixel tells where it came from.
   const auto image = NSImage::initWithSize({60, 60});
