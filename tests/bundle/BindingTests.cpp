@@ -85,6 +85,14 @@ TEST_F(Binding, AParameterWithoutDescriptionThrowsAndLeavesNothingBehind) {
   EXPECT_EQ(target->take(), "changed") << "after the last another works again";
 }
 
+TEST_F(Binding, TheLastTakesTheListenerAlong) {
+  const auto loop = std::make_shared<NSRunLoop>();  // with no other listener
+  const NSRunLoop::Scope scope(loop);
+  bind(gainParameter).reset();
+  set(gainParameter, 3);
+  EXPECT_EQ(loop->nextDue(), RunLoopObserver::never) << "a listener would want to hear of it";
+}
+
 TEST_F(Binding, AChangeFromAnySourceReachesEveryBindingOfTheParameter) {
   const auto first = bind(gainParameter), second = bind(gainParameter), other = bind(freqParameter);
   auto gone = bind(gainParameter);

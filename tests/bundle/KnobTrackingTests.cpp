@@ -142,7 +142,6 @@ TEST_F(Tracking, BrokenGesturesEndOnceAndGiveThePointerBack) {
 }
 
 TEST_F(Tracking, TheOverlayLiesRoundThePressedKnobAndShowsItsValueAndUnit) {
-  jxAUKnobOverlayWindow& overlay = *jxAURotaryKnob::overlayWindow();
   const auto other = std::make_shared<jxAURotaryKnob>(NSMakeRect(340, 80, 40, 40));
   window->contentView()->addSubview(other);
   knob->setMin_max(0, 1000);
@@ -150,6 +149,7 @@ TEST_F(Tracking, TheOverlayLiesRoundThePressedKnobAndShowsItsValueAndUnit) {
   knob->setUnit("smp");
   knob->setDoubleValue(441);
   press(*knob);
+  jxAUKnobOverlayWindow& overlay = *jxAURotaryKnob::overlayWindow();
   EXPECT_EQ(overlay.view().text(), "441 smp");
   EXPECT_EQ(NSMaxX(overlay.frame()), 100 + NSMaxX(knob->frame()) + 15) << "the ring is round the knob";
   EXPECT_EQ(NSMinY(overlay.frame()), 100 + NSMinY(knob->frame()) - 15);
