@@ -69,7 +69,9 @@ TEST(OpenEditor, AutomationTurnsTheKnobAndBadLinesAreReported) {
             "tovin: standard input, line 5: \"tempo fast\", expected tempo BPM, from 1 to 999\n");
   editor.play("set 0 44100; wait 0.1");
   EXPECT_TRUE(isOrange(editor.colorAt(knob + "+12,0")));
+  editor.host.write("0 2000");
   editor.host.closeInput();
+  EXPECT_TRUE(editor.host.waitForOutput("\n0 2000\n", 5)) << "a last line without its end";
   EXPECT_EQ(editor.host.wait(0.2), -1) << "the end of standard input ends nothing";
 }
 

@@ -5,6 +5,7 @@
 #include <random>
 #include <sndfile.hh>
 
+#include "ChildProcess.h"
 #include "CommandLine.h"
 
 namespace fs = std::filesystem;
@@ -76,6 +77,32 @@ TEST(Process, DelaysAFileExactlyAndKeepsItsFormatAndLength) {
                     sound.samples.end() - static_cast<std::ptrdiff_t>(silent));
     EXPECT_TRUE(heard.samples == expected);
   }
+}
+
+TEST(Process, LatencyIsTakenOutAndWhatIsTooLoudIsFlattened) {
+  const std::string folder = testFolder();
+  const std::string in = folder + "/in.wav", out = folder + "/out.wav";
+  Sound click{SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1, 48000, std::vector<int>(5000)};
+  click.samples[1000] = 1 << 28;
+  write(in, click);
+  EXPECT_EQ(runTovin({"process", "lmtr", in, out}).errors, "");
+  const Sound heard = read(out);
+  EXPECT_EQ(std::max_element(heard.samples.begin(), heard.samples.end()) - heard.samples.begin(), 1000);
+  EXPECT_EQ(runTovin({"process", "dcmp", in, out, "--set", "0=20", "--set", "2=1", "--set", "6=40"}).errors,
+            "");
+  const Sound loud = read(out);
+  EXPECT_EQ(loud.samples[1000], 0x7FFF0000);
+}
+
+TEST(Process, HalfAFileIsNotLeft) {
+  const std::string folder = testFolder();
+  const std::string in = folder + "/in.wav", out = folder + "/out.wav";
+  write(in, makeSound(SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 100000));
+  ChildProcess tovin({"sh", "-c", "trap '' XFSZ; ulimit -f 100; exec \"$0\" process sdly \"$1\" \"$2\"",
+                      TOVIN_PROGRAM, in, out});
+  EXPECT_EQ(tovin.wait(60), 1);
+  EXPECT_NE(tovin.errors().find("out.wav"), std::string::npos) << tovin.errors();
+  EXPECT_FALSE(fs::exists(out));
 }
 
 TEST(Process, NamesWhatIsWrongAndHowItShouldBe) {
