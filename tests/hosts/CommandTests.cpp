@@ -96,22 +96,3 @@ TEST(Commands, SnapshotOfAllDrawsFifteenFilesAndASheet) {
   EXPECT_EQ(std::distance(fs::directory_iterator(folder + "/all"), {}), 15);
   EXPECT_GT(pixels(contents(folder + "/sheet.png")).first, pixels(contents(folder + "/all/mcmp.png")).first);
 }
-
-TEST(Commands, SayWhatIsWrong) {
-  const struct {
-    std::vector<std::string> words;
-    int status;
-    const char* text;
-  } rows[] = {{{"measure", "abcd"}, 2, "abcd"},
-              {{"snapshot", "abcd", "-o", "x.png"}, 2, "abcd"},
-              {{"measure", "lpas", "--set", "77=1"}, 2, "77"},
-              {{"snapshot", "all", "--set", "0=1", "-o", testFolder()}, 2, "--set"},
-              {{"snapshot", "lpas", "-o", "/nowhere/x.png"}, 1, "/nowhere/x.png"},
-              {{"measure", "lpas", "-o", "/nowhere/x.csv"}, 1, "/nowhere/x.csv"}};
-  for (const auto& row : rows) {
-    const CommandLineResult result = runTovin(row.words);
-    EXPECT_EQ(result.status, row.status) << row.text;
-    EXPECT_NE(result.errors.find(row.text), std::string::npos) << result.errors;
-    EXPECT_EQ(result.output, "");
-  }
-}

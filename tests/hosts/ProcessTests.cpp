@@ -139,6 +139,9 @@ TEST(Process, NamesWhatIsWrongAndHowItShouldBe) {
       {{"process", "sdly", wide, out}, 1, {"wide.wav", "3 channels", "1 or 2"}},
       {{"process", "sdly", in, folder + "/none/out.wav"}, 1, {"none/out.wav"}},
       {{"params", "x"}, 2, {"EFFECT", "\"x\"", "sdly"}},
+      {{"snapshot", "all", "--set", "0=1", "-o", folder}, 2, {"--set"}},
+      {{"snapshot", "lpas", "-o", folder + "/none/x.png"}, 1, {"none/x.png"}},
+      {{"measure", "lpas", "-o", folder + "/none/x.csv"}, 1, {"none/x.csv"}},
       {{"dance"}, 2, {"dance"}},
       {{}, 2, {"process"}},
   };
