@@ -51,6 +51,12 @@ TEST_F(ValueKnob, TakesWhatIsTyped) {
   EXPECT_EQ(window->firstResponder(), view.get());
 }
 
+TEST_F(ValueKnob, ReturnsToItsDefaultNotToWhereItBegan) {
+  make(-50, 100, 20);
+  play("click .knob option");
+  EXPECT_EQ(target->take(), "begin, end, turned 0.00");
+}
+
 class ParamPopup : public testing::Test, public EditorStage {
  protected:
   ParamPopup() {
