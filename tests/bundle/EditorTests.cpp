@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <map>
+#include <sstream>
 
 #include "EditorStage.h"
 #include "EffectParameters.h"
@@ -71,6 +72,38 @@ TEST_F(Editor, GesturesReachItsEffect) {
   EXPECT_NEAR(place("crossoverView#1").x, handle.x + 50, 0.01f);
   release();
   EXPECT_NEAR(display.pointer().x, onScreen(handle).x + 50, 0.01f) << "the pointer comes back at the handle";
+}
+
+TEST_F(Editor, EachKnobTurnsItsOwnParameter) {
+  const std::pair<const char*, const char*> knobs[] = {
+      // in the order of parameters; "-": it has none
+      {"mcmp",
+       "preGain postGain - - - threshold1 threshold2 threshold3 threshold4 headRoom1 headRoom2 headRoom3 "
+       "headRoom4 attackTime releaseTime eq1 eq2 eq3 eq4"},
+      {"dcmp", "compThreshold headRoom expRatio expThreshold attackTime releaseTime masterGain"},
+      {"lmtr", "attackTime releaseTime preGain"},
+      {"filt",
+       "- param1 param2 param3 param4 param5 param6 param7 param8 param9 param10 param11 - param13 param14"},
+      {"lpas", "cutoff resonance"},
+      {"bpas", "frequency bandwidth"},
+      {"pmeq", "frequency quality gain"},
+      {"mrev",
+       "dryWetMix smallLargeMix smallSize largeSize preDelay largeDelay smallDensity largeDensity "
+       "largeDelayRange smallHifreqAbsorption largeHifreqAbsorption smallDelayRange modulationRate "
+       "modulationDepth"},
+      {"dely", "dryWetMix delayTime feedback lowpassCutoff"},
+      {"tmpt", "- pitch effectBlend smoothness tightness"}};
+  for (const auto& [effect, names] : knobs) {
+    open(effect);
+    std::istringstream words(names);
+    int id = 0;
+    for (std::string name; words >> name; ++id) {
+      if (name == "-") continue;
+      const std::string heard = play("wheel " + name + ".knob 1; wheel " + name + ".knob -2");
+      EXPECT_TRUE(heard.starts_with(std::to_string(id) + " = ") && heard.find(',') == std::string::npos)
+          << effect << " " << name << ": " << heard;
+    }
+  }
 }
 
 TEST_F(Editor, IsThatOfItsEffectAndOfNoOther) {

@@ -69,6 +69,7 @@ TEST_F(FilterEditor, TheCurveAndItsHandlesStandWhereTheEffectIs) {
   for (const float hertz : {110.0f, 430.0f, 750.0f, 1300.0f, 2600.0f, 13500.0f}) expectCurveAt(hertz, 1.5f);
   open("hpas");
   play("set 0 150; set 1 0; wait 0.1");
+  expectCurveAt(17000, 1.5f);
   expectCurveAt(3 * 22050.0f / 1024, 1.2f);  // where one sample stands, far from the next
 }
 
