@@ -4,7 +4,6 @@
 #include <map>
 
 #include "NSBundle.h"
-#include "NSGraphicsContext.h"
 #include "NSImageUtils.h"
 #include "NSViewUtils.h"
 #include "NSWindow.h"
@@ -23,15 +22,13 @@ std::string numberText(float value) {
 /// The background with a knob's face at that place. Knobs that are made together share one: the shadow of the
 /// face is dear.
 std::shared_ptr<NSImage> backgroundWithFace(NSRect knobFrame) {
-  static std::map<std::pair<float, float>, std::weak_ptr<NSImage>> made;  // by place and scale
-  auto& known = made[{NSMinX(knobFrame), NSGraphicsContext::imageScale()}];
+  static std::map<float, std::weak_ptr<NSImage>> made;  // by place
+  auto& known = made[NSMinX(knobFrame)];
   if (auto image = known.lock()) return image;
   const NSBundle* bundle = NSBundle::bundleForClass(jxValueKnob::record());
   const auto image = NSImage::initByReferencingFile(
       bundle ? bundle->pathForImageResource("auParamKnobBackground") : std::string());
-  image->lockFocus();
-  jxAURotaryKnob::drawKnobBackgroundInRect(NSInsetRect(knobFrame, -9, -9));
-  image->unlockFocus();
+  image->lockFocus([knobFrame] { jxAURotaryKnob::drawKnobBackgroundInRect(NSInsetRect(knobFrame, -9, -9)); });
   known = image;
   return image;
 }
@@ -180,9 +177,10 @@ void jxValueKnob::prerenderBackground() {
   bgCached = true;
   const auto over = image();
   const auto rendered = NSImage::initWithSize(over->size());
-  rendered->lockFocus();
-  drawSuperViewsAsOpaqueBackground(*this);
-  over->drawInRect_fromRect_operation_fraction({{0, 0}, over->size()}, NSZeroRect, NSCompositeSourceOver, 1);
-  rendered->unlockFocus();
+  rendered->lockFocus([this, over] {
+    drawSuperViewsAsOpaqueBackground(*this);
+    over->drawInRect_fromRect_operation_fraction({{0, 0}, over->size()}, NSZeroRect, NSCompositeSourceOver,
+                                                 1);
+  });
   setImage(rendered);
 }

@@ -112,10 +112,12 @@ NSPoint dely_GraphView::beatsOrigin() const {
 
 void dely_GraphView::prepareBackground() {
   beats_ = nullptr;
+  image()->lockFocus([this] { drawSeconds(); });
+}
+
+void dely_GraphView::drawSeconds() const {
   const NSRect plot = inBounds();
   const float y = axisY();
-  const auto picture = image();
-  picture->lockFocus();
   referenceColor()->set();
   strokeLine({NSMinX(plot) + 4, y}, {NSMaxX(plot) - 4, y}, 1);
   float seconds = 0;
@@ -129,15 +131,14 @@ void dely_GraphView::prepareBackground() {
     const NSSize size = label.boundingRect().size;
     label.drawAtPoint({x - size.width * 0.5f, y - tickLength - size.height});
   }
-  picture->unlockFocus();
 }
 
 std::shared_ptr<NSImage> dely_GraphView::renderedBeats() const {
   const auto rendered = NSImage::initWithSize({NSWidth(inBounds()), beatsHeight});
-  rendered->lockFocus();
-  NSGraphicsContext::currentContext()->translate(-beatsOrigin().x, -beatsOrigin().y);
-  drawBeats();
-  rendered->unlockFocus();
+  rendered->lockFocus([this] {
+    NSGraphicsContext::currentContext()->translate(-beatsOrigin().x, -beatsOrigin().y);
+    drawBeats();
+  });
   return rendered;
 }
 

@@ -33,6 +33,7 @@ class dely_GraphView : public jxAUHandleGraphDisplay {
   float fullHeight() const;
   NSPoint beatsOrigin() const;
   void drawBeats() const;
+  void drawSeconds() const;
   std::shared_ptr<NSImage> renderedBeats() const;
   void drawEchoes() const;
 

@@ -40,10 +40,9 @@ jxAppleAUView::jxAppleAUView(NSRect frame) : NSImageView(frame) {
   imageNamed_fromResource(kjxSeparatorImage, "auBeveledSeparator", record());
 
   const auto rendered = NSImage::initWithSize(frame.size);
-  rendered->lockFocus();
-  drawInRect_cornerSizeX_cornerSizeY_operation_fraction(*background, bounds(), 20, 20, NSCompositeSourceOver,
-                                                        1);
-  rendered->unlockFocus();
+  rendered->lockFocus([background, all = bounds()] {
+    drawInRect_cornerSizeX_cornerSizeY_operation_fraction(*background, all, 20, 20, NSCompositeSourceOver, 1);
+  });
   setImage(rendered);
 }
 
@@ -113,9 +112,8 @@ std::shared_ptr<NSImage> jxAppleAUView::renderedBottomLine() const {
   line.setAlignment(NSRightTextAlignment);
 
   const auto rendered = NSImage::initWithSize({NSWidth(bounds()), separatorY});
-  rendered->lockFocus();
-  line.drawInRect(NSMakeRect(8, 4, NSWidth(bounds()) - 16, 26));
-  rendered->unlockFocus();
+  rendered->lockFocus(
+      [line, width = NSWidth(bounds())] { line.drawInRect(NSMakeRect(8, 4, width - 16, 26)); });
   return rendered;
 }
 

@@ -77,16 +77,16 @@ void jxAUGraphDisplay::setUseXUnits_yUnits(bool xUnits, bool yUnits) {
 
 void jxAUGraphDisplay::buildBgImage() {
   const NSSize size = frame().size;
-  if (!image()) setImage(NSImage::initWithSize(size));
-  const auto bitmap = image();
-  bitmap->lockFocus();
-  drawSuperViewsAsOpaqueBackground(*this);
-  const float left = hasYUnits ? 20 : 0;
-  const float top = hasXUnits ? 5 : 0;
-  if (const auto panel = NSImage::imageNamed(kjxAUGraphBackgroundImage))
-    drawInRect_cornerSizeX_cornerSizeY_operation_fraction(
-        *panel, NSMakeRect(left, 0, size.width - left, size.height - top), 32, 20, NSCompositeSourceOver, 1);
-  bitmap->unlockFocus();
+  const NSRect panelRect =
+      NSMakeRect(hasYUnits ? 20 : 0, 0, size.width - (hasYUnits ? 20 : 0), size.height - (hasXUnits ? 5 : 0));
+  const auto bitmap = NSImage::initWithSize(size);
+  bitmap->lockFocus([this, panelRect] {
+    drawSuperViewsAsOpaqueBackground(*this);
+    if (const auto panel = NSImage::imageNamed(kjxAUGraphBackgroundImage))
+      drawInRect_cornerSizeX_cornerSizeY_operation_fraction(*panel, panelRect, 32, 20, NSCompositeSourceOver,
+                                                            1);
+  });
+  setImage(bitmap);
   corners_.clear();
   setNeedsDisplay(true);
   prepareBackground();
@@ -119,10 +119,10 @@ void jxAUGraphDisplay::cutCorners() {
         270.0f + 90.0f * static_cast<float>(i));
     outside->closePath();
     const auto picture = NSImage::initWithSize(square.size);
-    picture->lockFocus();
-    outside->addClip();
-    image()->drawInRect_fromRect_operation_fraction({{0, 0}, square.size}, square, NSCompositeSourceOver, 1);
-    picture->unlockFocus();
+    picture->lockFocus([outside, square, panel = image()] {
+      outside->addClip();
+      panel->drawInRect_fromRect_operation_fraction({{0, 0}, square.size}, square, NSCompositeSourceOver, 1);
+    });
     corners_.push_back({square, picture});
   }
 }
@@ -160,15 +160,12 @@ bool jxAUGraphDisplay::addReferenceLineFrom_to_text_weight(NSPoint from, NSPoint
     place = {x - size.width * 0.5f, NSMaxY(b) - size.height - 1};
   }
 
-  const auto bitmap = image();
-  if (!bitmap) return true;
-  bitmap->lockFocus();
-  if (distance >= labelledFrom)
-    drawReferenceLabel(label, place);
-  else
-    weight *= 0.6f;
-  drawReferenceLine(from, to, weight);
-  bitmap->unlockFocus();
+  if (!image()) return true;
+  const bool isLabelled = distance >= labelledFrom;
+  image()->lockFocus([this, label, place, from, to, isLabelled, weight] {
+    if (isLabelled) drawReferenceLabel(label, place);
+    drawReferenceLine(from, to, isLabelled ? weight : weight * 0.6f);
+  });
   return true;
 }
 

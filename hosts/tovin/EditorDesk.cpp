@@ -62,9 +62,7 @@ void EditorDesk::layGround() {
   if (NSWidth(room) <= NSWidth(editor) && NSHeight(room) <= NSHeight(editor))
     return view->setImage(ownGround_);
   const auto part = NSImage::initWithSize(editor.size);
-  part->lockFocus();
-  drawGround(NSOffsetRect(room, -NSMinX(editor), -NSMinY(editor)));
-  part->unlockFocus();
+  part->lockFocus([place = NSOffsetRect(room, -NSMinX(editor), -NSMinY(editor))] { drawGround(place); });
   view->setImage(part);
 }
 

@@ -96,9 +96,7 @@ void QCView::drawRect(NSRect) {
   if (!composition_) return;
   if (!ground_) {
     ground_ = NSImage::initWithSize(bounds().size);
-    ground_->lockFocus();
-    composition_->drawGround(bounds());
-    ground_->unlockFocus();
+    ground_->lockFocus([this] { composition_->drawGround(bounds()); });
   }
   ground_->drawInRect_fromRect_operation_fraction(bounds(), NSZeroRect, NSCompositeSourceOver, 1);
   composition_->draw(bounds(), values_);

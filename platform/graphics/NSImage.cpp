@@ -2,14 +2,16 @@
 
 #include <cairo.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <map>
 
-#include "NSAssertionHandler.h"
 #include "NSLog.h"
 
 namespace {
+
+constexpr size_t keptScales = 2;
 
 std::map<std::string, std::shared_ptr<NSImage>, std::less<>>& registry() {
   static std::map<std::string, std::shared_ptr<NSImage>, std::less<>> images;
@@ -74,6 +76,50 @@ graphics::SurfacePtr cut(const Bitmap& bitmap, const PixelRect& part) {
   return piece;
 }
 
+/// The bitmap with its own column beside itself where it has only that.
+Bitmap copyOf(const Bitmap& from, NSSize size) {
+  Bitmap copy(size, from.scale());
+  const graphics::CairoPtr cairo(cairo_create(copy.surface()));
+  setSource(cairo.get(), from, 0, 0);
+  cairo_paint(cairo.get());
+  return copy;
+}
+
+void draw(NSGraphicsContext& context, const Bitmap& bitmap, NSRect target, NSRect source,
+          NSCompositingOperation operation, float fraction) {
+  // In device pixels: the bitmap is upright there, and pieces that share an edge share its pixel.
+  cairo_t* cairo = context.cairo();
+  double left = NSMinX(target), top = NSMaxY(target), right = NSMaxX(target), bottom = NSMinY(target);
+  cairo_user_to_device(cairo, &left, &top);
+  cairo_user_to_device(cairo, &right, &bottom);
+  const PixelRect to = wholePixels(left, top, right, bottom);
+  const double s = bitmap.scale(), height = bitmap.physicalHeight();
+  const PixelRect from = wholePixels(NSMinX(source) * s, height - NSMaxY(source) * s, NSMaxX(source) * s,
+                                     height - NSMinY(source) * s);
+  if (to.width <= 0 || to.height <= 0 || from.width <= 0 || from.height <= 0) return;
+
+  cairo_save(cairo);
+  cairo_identity_matrix(cairo);
+  cairo_rectangle(cairo, to.x, to.y, to.width, to.height);
+  cairo_clip(cairo);
+  cairo_translate(cairo, to.x, to.y);
+  if (to.width == from.width && to.height == from.height) {
+    setSource(cairo, bitmap, -from.x, -from.y);
+  } else {
+    const graphics::SurfacePtr piece = cut(bitmap, from);
+    cairo_scale(cairo, to.width / from.width, to.height / from.height);
+    cairo_set_source_surface(cairo, piece.get(), 0, 0);
+    cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_GOOD);
+    cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
+  }
+  if (operation == NSCompositeCopy) cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
+  if (fraction >= 1)
+    cairo_paint(cairo);
+  else
+    cairo_paint_with_alpha(cairo, fraction);
+  cairo_restore(cairo);
+}
+
 }  // namespace
 
 std::shared_ptr<NSImage> NSImage::initByReferencingFile(std::string path) {
@@ -101,8 +147,37 @@ NSSize NSImage::size() const {
   return *size_;
 }
 
+void NSImage::lockFocus(std::function<void()> drawing) {
+  drawings_.push_back(std::move(drawing));
+}
+
 const Bitmap* NSImage::representation(float scale) const {
-  if (own_) return own_.get();
+  if (drawings_.empty()) return fileVersion(scale);
+  Painted& painted = this->painted(scale);
+  if (painted.drawings == drawings_.size()) return &painted.bitmap;
+  if (painted.isFolded) unfold(painted);
+  while (painted.drawings < drawings_.size()) {
+    NSGraphicsContext context(painted.bitmap);
+    drawings_[painted.drawings++]();
+  }
+  if (hasEqualColumns(painted.bitmap)) fold(painted);
+  return &painted.bitmap;
+}
+
+NSImage::Painted& NSImage::painted(float scale) const {
+  const auto known =
+      std::ranges::find_if(painted_, [scale](const Painted& p) { return p.bitmap.scale() == scale; });
+  if (known != painted_.end()) return *known;
+  if (painted_.size() == keptScales) painted_.erase(painted_.begin());
+  painted_.push_back({Bitmap(size(), scale)});
+  if (const Bitmap* file = fileVersion(scale)) {
+    NSGraphicsContext context(painted_.back().bitmap);
+    draw(context, *file, {{0, 0}, size()}, {{0, 0}, size()}, NSCompositeSourceOver, 1);
+  }
+  return painted_.back();
+}
+
+const Bitmap* NSImage::fileVersion(float scale) const {
   if (path_.empty()) return nullptr;
   const int wanted = std::clamp(static_cast<int>(std::ceil(scale - 0.01f)), 1, 3);
   auto& version = versions_[static_cast<size_t>(wanted - 1)];
@@ -114,45 +189,15 @@ const Bitmap* NSImage::representation(float scale) const {
   return *version;
 }
 
-void NSImage::lockFocus() {
-  if (!own_) {
-    const float scale = NSGraphicsContext::imageScale();
-    auto bitmap = std::make_shared<Bitmap>(size(), scale);
-    if (!path_.empty()) {
-      NSGraphicsContext context(*bitmap);
-      drawInRect_fromRect_operation_fraction({{0, 0}, size()}, NSZeroRect, NSCompositeSourceOver, 1);
-    }
-    own_ = std::move(bitmap);
-  }
-  if (isFolded_) unfold();
-  focus_.push_back(std::make_unique<NSGraphicsContext>(*own_));
+void NSImage::fold(Painted& painted) const {
+  const float scale = painted.bitmap.scale();
+  painted.bitmap = copyOf(painted.bitmap, NSMakeSize(1 / scale, size().height));
+  painted.isFolded = true;
 }
 
-void NSImage::unlockFocus() {
-  if (focus_.empty())
-    NSAssertionHandler::currentHandler().handleFailureInMethod("unlockFocus", nullptr, "NSImage", __LINE__,
-                                                               "unlockFocus without its lockFocus");
-  focus_.pop_back();
-  if (focus_.empty() && hasEqualColumns(*own_)) fold();
-}
-
-void NSImage::fold() {
-  const float scale = own_->scale();
-  auto column = std::make_shared<Bitmap>(NSMakeSize(1 / scale, own_->size().height), scale);
-  const graphics::CairoPtr cairo(cairo_create(column->surface()));
-  setSource(cairo.get(), *own_, 0, 0);
-  cairo_paint(cairo.get());
-  own_ = std::move(column);
-  isFolded_ = true;
-}
-
-void NSImage::unfold() {
-  auto whole = std::make_shared<Bitmap>(size(), own_->scale());
-  const graphics::CairoPtr cairo(cairo_create(whole->surface()));
-  setSource(cairo.get(), *own_, 0, 0);
-  cairo_paint(cairo.get());
-  own_ = std::move(whole);
-  isFolded_ = false;
+void NSImage::unfold(Painted& painted) const {
+  painted.bitmap = copyOf(painted.bitmap, size());
+  painted.isFolded = false;
 }
 
 void NSImage::drawInRect_fromRect_operation_fraction(NSRect target, NSRect source,
@@ -163,36 +208,5 @@ void NSImage::drawInRect_fromRect_operation_fraction(NSRect target, NSRect sourc
   if (!bitmap) return;
   if (source == NSZeroRect) source = {{0, 0}, size()};
   if (NSIsEmptyRect(target) || NSIsEmptyRect(source)) return;
-
-  // In device pixels: the bitmap is upright there, and pieces that share an edge share its pixel.
-  cairo_t* cairo = context->cairo();
-  double left = NSMinX(target), top = NSMaxY(target), right = NSMaxX(target), bottom = NSMinY(target);
-  cairo_user_to_device(cairo, &left, &top);
-  cairo_user_to_device(cairo, &right, &bottom);
-  const PixelRect to = wholePixels(left, top, right, bottom);
-  const double s = bitmap->scale(), height = bitmap->physicalHeight();
-  const PixelRect from = wholePixels(NSMinX(source) * s, height - NSMaxY(source) * s, NSMaxX(source) * s,
-                                     height - NSMinY(source) * s);
-  if (to.width <= 0 || to.height <= 0 || from.width <= 0 || from.height <= 0) return;
-
-  cairo_save(cairo);
-  cairo_identity_matrix(cairo);
-  cairo_rectangle(cairo, to.x, to.y, to.width, to.height);
-  cairo_clip(cairo);
-  cairo_translate(cairo, to.x, to.y);
-  if (to.width == from.width && to.height == from.height) {
-    setSource(cairo, *bitmap, -from.x, -from.y);
-  } else {
-    const graphics::SurfacePtr piece = cut(*bitmap, from);
-    cairo_scale(cairo, to.width / from.width, to.height / from.height);
-    cairo_set_source_surface(cairo, piece.get(), 0, 0);
-    cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_GOOD);
-    cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
-  }
-  if (operation == NSCompositeCopy) cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
-  if (fraction >= 1)
-    cairo_paint(cairo);
-  else
-    cairo_paint_with_alpha(cairo, fraction);
-  cairo_restore(cairo);
+  draw(*context, *bitmap, target, source, operation, fraction);
 }

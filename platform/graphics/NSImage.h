@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,8 +14,8 @@
 
 enum NSCompositingOperation : unsigned { NSCompositeCopy = 1, NSCompositeSourceOver = 2 };
 
-/// A picture with a size in points: a file with its larger versions beside it (NAME@2x.png, NAME@3x.png),
-/// or a bitmap that is drawn into. Main thread.
+/// A picture with a size in points: a file with its larger versions beside it (NAME@2x.png, NAME@3x.png), and
+/// what is drawn into it, anew for each scale at which it is shown. Main thread.
 class NSImage : public std::enable_shared_from_this<NSImage> {
  public:
   /// Reads lazily. A missing file gives size (0, 0), draws nothing and is logged once.
@@ -31,10 +32,10 @@ class NSImage : public std::enable_shared_from_this<NSImage> {
   bool setName(const std::string& name);
   NSSize size() const;
 
-  /// Drawing goes into this image until unlockFocus: image points, y up, a fresh state; what is there
-  /// stays. An image made from a file first gets a private copy at the drawing scale. Nests.
-  void lockFocus();
-  void unlockFocus();
+  /// What `drawing` draws goes into this image, on top of what is there: image points, y up, a fresh state.
+  /// It is called when the image is shown for the first time after this, and again for each further scale, so
+  /// what it refers to has to live as long as the image is shown.
+  void lockFocus(std::function<void()> drawing);
 
   /// Draws the part `source` (image points, y up; all zero means the whole) into `target`, edges on whole
   /// device pixels, alpha times `fraction`. Never samples outside the source; equal sizes copy exactly.
@@ -43,17 +44,23 @@ class NSImage : public std::enable_shared_from_this<NSImage> {
                                               float fraction) const;
 
  private:
+  /// What the drawings made at one scale.
+  struct Painted {
+    Bitmap bitmap;
+    size_t drawings = 0;    // that are in it
+    bool isFolded = false;  // one column of pixels stands for all, which are alike, as in a window's ground
+  };
+
   /// The version whose pixels suit that scale best; null when there is nothing to draw.
   const Bitmap* representation(float scale) const;
-
-  /// One column of pixels stands for all where they are alike, as in the ground of a whole window.
-  void fold();
-  void unfold();
+  const Bitmap* fileVersion(float scale) const;
+  Painted& painted(float scale) const;
+  void fold(Painted& painted) const;
+  void unfold(Painted& painted) const;
 
   std::string path_;
   mutable std::optional<NSSize> size_;
   mutable std::array<std::optional<const Bitmap*>, 3> versions_;  // of the file, by scale, once looked for
-  std::shared_ptr<Bitmap> own_;
-  bool isFolded_ = false;
-  std::vector<std::unique_ptr<NSGraphicsContext>> focus_;
+  std::vector<std::function<void()>> drawings_;
+  mutable std::vector<Painted> painted_;  // the last scales that were asked for
 };

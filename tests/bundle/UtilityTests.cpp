@@ -12,13 +12,13 @@ class Utility : public testing::Test, public EditorStage {};
 TEST_F(Utility, NinePiecesKeepTheirCornersAndLimitThemByTheTarget) {
   // Red grows by 4 a column, green by 4 a row: every pixel tells where it came from.
   const auto image = NSImage::initWithSize({60, 60});
-  image->lockFocus();
-  for (int y = 0; y < 60; ++y)
-    for (int x = 0; x < 60; ++x) {
-      vellColor_alpha(static_cast<uint32_t>(x * 4 << 16 | y * 4 << 8), 1)->set();
-      NSBezierPath::fillRect(NSMakeRect(static_cast<float>(x), static_cast<float>(y), 1, 1));
-    }
-  image->unlockFocus();
+  image->lockFocus([] {
+    for (int y = 0; y < 60; ++y)
+      for (int x = 0; x < 60; ++x) {
+        vellColor_alpha(static_cast<uint32_t>(x * 4 << 16 | y * 4 << 8), 1)->set();
+        NSBezierPath::fillRect(NSMakeRect(static_cast<float>(x), static_cast<float>(y), 1, 1));
+      }
+  });
   const std::pair<float, float> rows[] = {{30, 14},
                                           {100, 20}};  // side of the target, its corners: 20 asked for
   for (const auto& [side, corner] : rows) {

@@ -22,8 +22,6 @@ void fill(Pixel color, NSRect rect) {
 
 class ImageFiles : public testing::Test {
  protected:
-  ImageFiles() { NSGraphicsContext::setImageScale(1); }
-
   std::string file(const std::string& name) const { return folder.file("Resources/" + name); }
   std::string write(const std::string& name, NSSize size, float scale, const std::function<void()>& paint) {
     painted(size, scale, paint).writePng(file(name));
@@ -129,16 +127,12 @@ TEST_F(ImageFiles, AMissingFileIsEmptyAndLoggedOnce) {
 TEST_F(ImageFiles, DrawingIntoOneImageOfAFileTouchesNoOther) {
   const std::string path = write("shared.png", {4, 2}, 1, [] { fill(blue, NSMakeRect(0, 0, 4, 2)); });
   const auto drawnInto = NSImage::initByReferencingFile(path), other = NSImage::initByReferencingFile(path);
-  drawnInto->lockFocus();  // all columns are alike
-  drawnInto->unlockFocus();
-  for (int again = 0; again < 2; ++again) {
-    drawnInto->lockFocus();
-    fill(red, NSMakeRect(again ? 3 : 0, 0, 1, 2));
-    drawnInto->unlockFocus();
-  }
   const auto shown = [](const NSImage& image) {
     return letters(painted({4, 2}, 1, [&] { draw(image, NSMakeRect(0, 0, 4, 2)); }))[0];
   };
+  drawnInto->lockFocus([] {});  // all columns are alike
+  EXPECT_EQ(shown(*drawnInto), "bbbb");
+  for (const float x : {0.0f, 3.0f}) drawnInto->lockFocus([x] { fill(red, NSMakeRect(x, 0, 1, 2)); });
   EXPECT_EQ(shown(*drawnInto), "rbbr");
   EXPECT_EQ(shown(*other), "bbbb");
   EXPECT_EQ(shown(*NSImage::initByReferencingFile(path)), "bbbb");
