@@ -121,7 +121,7 @@ class jxAURotaryKnob : public NSControl {
   double m_value = 0;  // the position
   NSPoint m_offset;    // the centre
   NSPoint downPoint;
-  NSPoint m_downPoint;  // from the top left of the first screen
+  NSPoint m_downPoint;  // in the window
   bool m_showEndpoints = false;
   int m_tickCount = 0;
   bool m_logarithmic = false;

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "NSCursor.h"
-#include "NSScreen.h"
 #include "NSWindow.h"
 #include "jxAUKnobOverlayWindow.h"
 #include "jxAURotaryKnob.h"
@@ -45,11 +43,9 @@ bool jxAURotaryKnob::wantsDefault(const NSEvent& event) const {
 void jxAURotaryKnob::mouseDown(const NSEvent& event) {
   downPoint = convertPoint_fromView(event.locationInWindow, nullptr);
   m_downPoint = event.locationInWindow;
-  if (window()) m_downPoint = window()->convertBaseToScreen(m_downPoint);
-  m_downPoint.y = NSHeight(NSScreen::screens()[0].frame()) - m_downPoint.y;
 
   NSPerformIfAnswered(m_target, beginAction(), this);
-  NSCursor::hide();
+  if (window()) window()->beginRelativeMotion();
   if (!gArrowWindow) gArrowWindow = std::make_shared<jxAUKnobOverlayWindow>();
   gArrowWindow->setUnit(unit);
   gArrowWindow->orderFront(this);
@@ -99,8 +95,7 @@ void jxAURotaryKnob::mouseUp(const NSEvent&) {
   NSPerformIfAnswered(m_target, endAction(), this);
   sendAction_to(m_action, m_target);
   if (gArrowWindow) gArrowWindow->orderOut(this);
-  CGWarpMouseCursorPosition(m_downPoint);
-  NSCursor::unhide();
+  if (window()) window()->endRelativeMotion(m_downPoint);
 }
 
 void jxAURotaryKnob::scrollWheel(const NSEvent& event) {

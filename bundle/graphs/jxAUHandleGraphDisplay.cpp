@@ -4,9 +4,7 @@
 #include <string>
 
 #include "NSBezierPath.h"
-#include "NSCursor.h"
 #include "NSLog.h"
-#include "NSScreen.h"
 #include "NSWindow.h"
 
 namespace {
@@ -126,7 +124,7 @@ void jxAUHandleGraphDisplay::mouseDown(const NSEvent& event) {
     draggedHandle = static_cast<int>(i);
   }
   if (draggedHandle < 0) return;
-  NSCursor::hide();
+  if (window()) window()->beginRelativeMotion();
   setPlotNeedsDisplay();
 }
 
@@ -144,10 +142,7 @@ void jxAUHandleGraphDisplay::mouseDragged(const NSEvent& event) {
 
 void jxAUHandleGraphDisplay::mouseUp(const NSEvent&) {
   if (draggedHandle < 0) return;
-  NSPoint place = convertPoint_toView(currentPoint, nullptr);
-  if (window()) place = window()->convertBaseToScreen(place);
-  CGWarpMouseCursorPosition({place.x, NSHeight(NSScreen::screens()[0].frame()) - place.y});
+  if (window()) window()->endRelativeMotion(convertPoint_toView(currentPoint, nullptr));
   draggedHandle = -1;
-  NSCursor::unhide();
   setPlotNeedsDisplay();
 }

@@ -12,13 +12,13 @@
 #include "HostTempo.h"
 #include "NSRunLoop.h"
 #include "NSWindow.h"
+#include "OpenDisplay.h"
 #include "ParameterLog.h"
 #include "PresetBar.h"
 #include "RealTimePlayer.h"
 #include "SetOption.h"
 #include "SignalSource.h"
 #include "TerminationSignals.h"
-#include "X11Display.h"
 
 namespace {
 
@@ -58,7 +58,7 @@ ExitStatus run(const Options& options) {
   if (!source) return report(exitWrongArguments, error);
   const auto bundle = EditorBundle::load(error);
   if (!bundle) return report(exitFailed, error);
-  const auto display = X11Display::create(error, options.scale);
+  const auto display = openDisplay(error, options.scale);
   if (!display) return report(exitFailed, error);
   const auto runner = EffectRunner::make(effect.get(), {sampleRate, 2, 2, maximumFrames}, error);
   if (!runner) return report(exitFailed, options.effect + ": " + error);
@@ -67,7 +67,7 @@ ExitStatus run(const Options& options) {
   ParameterLog log(effect.get(), options.log);
   auto editor = bundle->editorFor(effect.get());
   if (!editor) return report(exitFailed, options.effect + ": there is no editor for this effect");
-  const auto window = windowForEditor(editor, effectName(component),
+  const auto window = windowForEditor(*display, editor, effectName(component),
                                       std::make_shared<PresetBar>(effect.get(), NSWidth(editor->frame())));
   editor.reset();
   const auto delegate = std::make_shared<WindowDelegate>();

@@ -55,7 +55,7 @@ bool play(EffectRunner& runner, SignalSource& source, VirtualClock& clock, doubl
 Outcome drawEditor(const EditorBundle& bundle, Component component, const Options& options,
                    const std::string& file) {
   VirtualClock clock;
-  const OffscreenDisplay display(options.scale);
+  OffscreenDisplay display(options.scale);
   const std::string code = effectCode(component);
   std::string error;
   const EffectInstance effect = openEffect(component);
@@ -68,7 +68,7 @@ Outcome drawEditor(const EditorBundle& bundle, Component component, const Option
   const auto editor = bundle.editorFor(effect.get());
   if (!editor) return {exitFailed, code + ": there is no editor for this effect"};
 
-  const auto window = windowForEditor(editor, code);
+  const auto window = windowForEditor(display, editor, code);
   window->makeKeyAndOrderFront();
   ParameterLog(effect.get(), false).announceAll();
   if (!play(*runner, *source, clock, options.seconds)) return {exitFailed, code + ": rendering failed"};

@@ -36,11 +36,11 @@ ExitStatus run(const std::string& argument) {
   if (!component) return report(exitWrongArguments, error);
   const auto bundle = EditorBundle::load(error);
   if (!bundle) return report(exitFailed, error);
-  const OffscreenDisplay display;
+  OffscreenDisplay display;
   const EffectInstance effect = openEffect(component);
   const auto editor = bundle->editorFor(effect.get());
   if (!editor) return report(exitFailed, argument + ": there is no editor for this effect");
-  const auto window = windowForEditor(editor, argument);
+  const auto window = windowForEditor(display, editor, argument);
   print(*editor, *editor, 0);
   return exitOk;
 }

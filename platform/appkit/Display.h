@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -9,6 +10,15 @@
 #include "NSGeometry.h"
 
 class Bitmap;
+
+/// A window of the window system itself, such as a host's that an editor is embedded in.
+struct NativeWindow {
+  enum class System { none, x11 };
+  System system = System::none;
+  uintptr_t handle = 0;
+
+  explicit operator bool() const { return system != System::none; }
+};
 
 /// What a display tells a window. Called in turns of the run loop, on its thread.
 class DisplayClient {
@@ -48,8 +58,16 @@ class DisplayWindow {
   /// While on (a menu is open), a press beside all our windows, wherever on the screen, comes to this one
   /// too. Without effect on a display that cannot do it.
   virtual void setForeignPressesWanted(bool wanted) { static_cast<void>(wanted); }
+  /// Hides the pointer; from now on motion is relative and not bounded by the screen's edges, whatever is
+  /// done to the pointer meanwhile. Without effect while one of the display's windows has it so already.
+  virtual void beginRelativeMotion() = 0;
+  /// The pointer is shown again, at that place of the window or, where that is off the screen, the nearest on
+  /// it. Getting there is no motion.
+  virtual void endRelativeMotion(NSPoint place) = 0;
   /// Brings these rectangles (points, y up) of the bitmap, which is as large as the window, to the screen.
   virtual void present(const Bitmap& bitmap, std::span<const NSRect> rects) = 0;
+  /// What an embedding host knows it by.
+  virtual NativeWindow native() const { return {}; }
 };
 
 struct DisplayWindowOptions {
@@ -59,22 +77,16 @@ struct DisplayWindowOptions {
   /// Pixels may be transparent; the display does what it can (compositor, else a shape).
   bool translucent = false;
   bool ignoresMouse = false;
-  /// A native window to be a child of; 0 for a window of its own.
-  unsigned long parent = 0;
+  /// A window of the same system to be a child of; none for a window of its own.
+  NativeWindow parent{};
   /// The window that a floating one belongs to and stays above; may be null.
   DisplayWindow* owner = nullptr;
 };
 
-/// Where windows are. Implementations: X11, and offscreen for tests and pictures. One is current.
+/// Where windows are. Implementations: X11, and offscreen for tests and pictures. Outlives its windows.
 class Display {
  public:
-  virtual ~Display();
-
-  /// Null before one is made. The newest display is current until it dies or another is made current.
-  static Display* current();
-  /// From now on windows open here, and images are made at this display's scale. For a program that serves
-  /// several, before it serves this one.
-  void makeCurrent();
+  virtual ~Display() = default;
 
   virtual std::unique_ptr<DisplayWindow> openWindow(const DisplayWindowOptions& options,
                                                     DisplayClient& client) = 0;
@@ -83,16 +95,6 @@ class Display {
   /// Physical pixels to a point.
   virtual float scale() const = 0;
 
-  /// Between these two, motion is relative and not bounded by the screen's edges. Not nested: NSCursor
-  /// counts.
-  virtual void hidePointer() = 0;
-  virtual void showPointer() = 0;
-  /// To a place in points from the top left of the first screen, y down. Makes no event, enters no delta.
-  virtual void warpPointer(NSPoint place) = 0;
-
   virtual std::string clipboardText() = 0;
   virtual void setClipboardText(const std::string& text) = 0;
-
- protected:
-  Display();
 };

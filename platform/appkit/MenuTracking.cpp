@@ -4,7 +4,6 @@
 #include <cmath>
 #include <utility>
 
-#include "NSScreen.h"
 #include "NSWindow.h"
 #include "PopUpLook.h"
 
@@ -31,16 +30,15 @@ class MenuWindow : public NSWindow {
   }
 };
 
-NSRect screenAround(NSPoint place) {
-  const std::vector<NSScreen> screens = NSScreen::screens();
-  const auto found = std::find_if(screens.begin(), screens.end(),
-                                  [&](const NSScreen& s) { return NSPointInRect(place, s.frame()); });
-  return found == screens.end() ? screens.front().frame() : found->frame();
+NSRect screenAround(const Display& display, NSPoint place) {
+  const std::vector<NSRect> screens = display.screens();
+  const auto found =
+      std::ranges::find_if(screens, [&](NSRect screen) { return NSPointInRect(place, screen); });
+  return found == screens.end() ? screens.front() : *found;
 }
 
 /// On whole physical pixels of a window, seen from its corner.
-NSRect onPixels(NSRect rect, NSPoint corner) {
-  const float scale = Display::current() ? Display::current()->scale() : 1;
+NSRect onPixels(NSRect rect, NSPoint corner, float scale) {
   const auto whole = [scale](float v) { return std::round(v * scale) / scale; };
   const auto enough = [scale](float v) { return std::ceil(v * scale - 1e-3f) / scale; };
   return NSMakeRect(corner.x + whole(NSMinX(rect) - corner.x), corner.y + whole(NSMinY(rect) - corner.y),
@@ -63,7 +61,7 @@ std::shared_ptr<MenuTracking> MenuTracking::current_;
 void MenuTracking::open(NSPopUpButton& button, const NSEvent* press) {
   close();
   NSWindow* window = button.window();
-  if (!window || !window->isVisible() || button.listedItems().empty()) return;
+  if (!window || !window->isVisible() || !window->display() || button.listedItems().empty()) return;
   window->endGesture();  // what follows is the menu's
   current_ = std::make_shared<MenuTracking>(Passkey(), button);
   if (press)
@@ -74,8 +72,7 @@ void MenuTracking::open(NSPopUpButton& button, const NSEvent* press) {
 }
 
 MenuTracking::MenuTracking(Passkey, NSPopUpButton& button)
-    : button_(std::static_pointer_cast<NSPopUpButton>(button.shared_from_this())),
-      owner_(*button.window()) {
+    : button_(std::static_pointer_cast<NSPopUpButton>(button.shared_from_this())), owner_(*button.window()) {
   const int marked = button.indexOfSelectedItem();
   const bool hasMarks = !button.pullsDown();
   view_ = std::make_shared<MenuView>(MenuView::Content{
@@ -87,8 +84,9 @@ MenuTracking::MenuTracking(Passkey, NSPopUpButton& button)
   const NSRect inWindow = button.convertRect_toView(button.bounds(), nullptr);
   const NSRect onScreen{owner_.convertBaseToScreen(inWindow.origin), inWindow.size};
   const NSPoint centre{NSMinX(onScreen) + NSWidth(onScreen) / 2, NSMinY(onScreen) + NSHeight(onScreen) / 2};
-  const NSRect panel =
-      onPixels(panelFrame(view_->wantedSize(), onScreen, screenAround(centre)), owner_.frame().origin);
+  const Display& display = *owner_.display();
+  const NSRect panel = onPixels(panelFrame(view_->wantedSize(), onScreen, screenAround(display, centre)),
+                                owner_.frame().origin, display.scale());
   view_->setPanelSize(panel.size);
   window_ = std::make_shared<MenuWindow>(view_);
   window_->setFrame(NSInsetRect(panel, -popUpLook::shadowReach, -popUpLook::shadowReach));

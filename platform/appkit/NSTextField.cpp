@@ -267,7 +267,7 @@ bool NSTextField::handleClipboardKey(const NSEvent& event) {
     return false;
   // Displays send Ctrl+letter as the letter or as its control character.
   const char c = event.characters[0] < 32 ? static_cast<char>(event.characters[0] + 96) : event.characters[0];
-  Display* display = Display::current();
+  Display* display = window() ? window()->display() : nullptr;
   if (c == 'a') editing_->selectAll();
   if (display && (c == 'c' || c == 'x') && !editing_->selectedText().empty())
     display->setClipboardText(editing_->selectedText());

@@ -4,7 +4,6 @@
 
 #include "MenuTracking.h"
 #include "NSException.h"
-#include "NSGraphicsContext.h"
 
 const Class& NSWindow::isa() const {
   return record();
@@ -15,11 +14,12 @@ const Class& NSWindow::record() {
   return c;
 }
 
-NSWindow::NSWindow(NSRect contentRect, unsigned styleMask, NSBackingStoreType, bool)
+NSWindow::NSWindow(NSRect contentRect, unsigned styleMask, NSBackingStoreType, bool, Display* display)
     : frame_(contentRect),
       borderless_(styleMask == NSBorderlessWindowMask),
       contentView_(std::make_shared<NSView>(NSRect{{0, 0}, contentRect.size})),
-      loop_(NSRunLoop::currentRunLoop().shared_from_this()) {
+      loop_(NSRunLoop::currentRunLoop().shared_from_this()),
+      display_(display) {
   contentView_->window_ = this;
   loop_->addObserver(*this, RunLoopObserver::Phase::drawing);
 }
@@ -81,7 +81,10 @@ void NSWindow::show(bool takesKeyboard, NSWindow* owner) {
   leaveOwner();
   closed_ = false;
   owner_ = owner;
-  if (owner_) owner_->belonging_.push_back(this);
+  if (owner_) {
+    owner_->belonging_.push_back(this);
+    display_ = owner_->display_;
+  }
   visible_ = true;
   place();
   if (real_ && !owner_) real_->show(takesKeyboard);
@@ -98,7 +101,7 @@ void NSWindow::place() {
   overhangs_.clear();
   if (real_) {
     real_->setFrame(frame_);
-  } else if ((display_ = owner_ ? owner_->display_ : Display::current())) {
+  } else if (display_) {
     real_ = display_->openWindow({.frame = frame_,
                                   .title = title_,
                                   .borderless = borderless_,
@@ -117,7 +120,6 @@ void NSWindow::placeLayer() {
   isLayer_ = true;
   overhangs_.clear();
   owner_->exposed_.add(NSOffsetRect(frame_, -owner_->frame_.origin.x, -owner_->frame_.origin.y));
-  display_ = owner_->display_;
   if (!owner_->real_) return;
   for (const NSRect& part : partsBeyond(owner_->frame_, frame_, display_->scale()))
     overhangs_.push_back(std::make_unique<Overhang>(*display_, *owner_->real_, part, frame_, opaque_));
@@ -183,6 +185,14 @@ void NSWindow::updateKeyboard() {
   real_->setForeignPressesWanted(hasMenu);
 }
 
+void NSWindow::beginRelativeMotion() {
+  if (real_) real_->beginRelativeMotion();
+}
+
+void NSWindow::endRelativeMotion(NSPoint place) {
+  if (real_) real_->endRelativeMotion(place);
+}
+
 bool NSWindow::isTyping() const {
   return firstResponder_ && firstResponder_->acceptsTyping();
 }
@@ -236,7 +246,6 @@ void NSWindow::keyDown(const NSEvent& event) {
 
 void NSWindow::displayEvent(const NSEvent& event) {
   const auto self = shared(this);
-  display_->makeCurrent();
   inEvent_ = true;
   NSGuardCallback("event", [&] { router_.handle(event); });
   inEvent_ = false;
@@ -298,8 +307,7 @@ NSTimeInterval NSWindow::nextDue() const {
 }
 
 void NSWindow::runPhase(NSTimeInterval) {
-  if (!visible_ || !display_) return;
-  display_->makeCurrent();
+  if (!visible_) return;
   if (real_) presentPending();
   for (const auto& overhang : overhangs_) overhang->present(*contentView_, *background_);
 }
@@ -317,7 +325,7 @@ std::vector<WindowSurface::Layer> NSWindow::layers() const {
 void NSWindow::presentPending() {
   if (damage_.isEmpty() && exposed_.isEmpty()) return;
   if (!surface_) {
-    surface_.emplace(frame_.size, NSGraphicsContext::imageScale());
+    surface_.emplace(frame_.size, display_->scale());
     damage_.add(bounds());
   }
   // What is marked from here on, also by the drawing itself, belongs to the next turn.

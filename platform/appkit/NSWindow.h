@@ -19,13 +19,15 @@ inline constexpr unsigned NSTitledWindowMask = 1;
 enum class NSBackingStoreType { buffered };
 inline constexpr NSBackingStoreType NSBackingStoreBuffered = NSBackingStoreType::buffered;
 
-/// A window on the current display and its tree of views. Its frame is that of its content, in screen
+/// A window on a display and its tree of views. Its frame is that of its content, in screen
 /// points. A borderless window that is shown for a view belongs to that view's window while it is shown: it
 /// is a layer in that window where it fits, else a floating window; one that ignores the mouse is a layer
 /// with overhangs beyond the edges. Damage is drawn once a turn. Main thread.
 class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver {
  public:
-  NSWindow(NSRect contentRect, unsigned styleMask, NSBackingStoreType backing, bool defer);
+  /// Without a display it is shown on that of the view that it is shown for, or not at all.
+  NSWindow(NSRect contentRect, unsigned styleMask, NSBackingStoreType backing, bool defer,
+           Display* display = nullptr);
   ~NSWindow() override;
   const Class& isa() const override;
   static const Class& record();
@@ -45,8 +47,8 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   void setOpaque(bool opaque) { opaque_ = opaque; }
   void setBackgroundColor(std::shared_ptr<NSColor> color);
   void setIgnoresMouseEvents(bool ignores) { ignoresMouse_ = ignores; }
-  /// A native window that this one is embedded in; before it is shown. 0: none.
-  void setParentWindow(unsigned long native) { parent_ = native; }
+  /// A native window that this one is embedded in; before it is shown.
+  void setParentWindow(NativeWindow native) { parent_ = native; }
 
   /// Shows it without taking the keyboard. A sender that is a view makes the window belong to its window.
   virtual void orderFront(NSObject* sender);
@@ -80,6 +82,12 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   void keyDown(const NSEvent& event);
   /// A press in this window has not seen its release yet.
   bool isInGesture() const { return router_.isPressed(); }
+  /// Null while it has none.
+  Display* display() const { return display_; }
+  /// Hides the pointer and makes its motion relative and unbounded, until it is shown at that place of the
+  /// window.
+  void beginRelativeMotion();
+  void endRelativeMotion(NSPoint place);
   /// Where it is shown; null for a layer and before it is shown for the first time.
   const DisplayWindow* displayWindow() const { return real_.get(); }
   /// What the window shows, with the layers on it; brought up to date first. Null while not visible.
@@ -114,7 +122,7 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   bool visible_ = false;
   bool closed_ = false;
   bool inEvent_ = false;
-  unsigned long parent_ = 0;
+  NativeWindow parent_;
   std::shared_ptr<NSColor> background_ = NSColor::whiteColor();
   std::shared_ptr<NSView> contentView_;
   NSObject* delegate_ = nullptr;
@@ -123,7 +131,7 @@ class NSWindow : public NSObject, private DisplayClient, private RunLoopObserver
   EventRouter router_{*this};
 
   std::shared_ptr<NSRunLoop> loop_;
-  Display* display_ = nullptr;           // of real_, and current while this window is served
+  Display* display_;                     // its own or its owner's
   std::unique_ptr<DisplayWindow> real_;  // null while hidden and for a layer
   std::optional<WindowSurface> surface_;
   DamageList damage_;          // to be drawn

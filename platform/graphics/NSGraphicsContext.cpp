@@ -10,7 +10,6 @@
 namespace {
 
 NSGraphicsContext* theCurrent = nullptr;
-float theImageScale = 1;
 
 }  // namespace
 
@@ -32,14 +31,6 @@ NSGraphicsContext::~NSGraphicsContext() {
 
 NSGraphicsContext* NSGraphicsContext::currentContext() {
   return theCurrent;
-}
-
-float NSGraphicsContext::imageScale() {
-  return theImageScale;
-}
-
-void NSGraphicsContext::setImageScale(float scale) {
-  theImageScale = std::max(scale, 0.1f);
 }
 
 void NSGraphicsContext::saveGraphicsState() {

@@ -26,11 +26,6 @@ class NSGraphicsContext {
   /// Null when nothing is being drawn to: drawing then has no effect.
   static NSGraphicsContext* currentContext();
 
-  /// Scale at which images are made that drawing goes into: that of the window in whose service the
-  /// program works at the moment. At least 0.1.
-  static float imageScale();
-  static void setImageScale(float scale);
-
   /// On the current context. A restore without its save is reported to the assertion handler.
   static void saveGraphicsState();
   static void restoreGraphicsState();

@@ -103,7 +103,8 @@ TEST_F(PopUp, APullDownKeepsItsTitleAndAnItemsOwnActionComesFirst) {
 
 TEST_F(PopUp, HoweverTheMenuGoesNothingIsChosen) {
   const NSRect aside = NSMakeRect(900, 100, 50, 50);
-  const auto other = std::make_shared<NSWindow>(aside, NSTitledWindowMask, NSBackingStoreBuffered, false);
+  const auto other =
+      std::make_shared<NSWindow>(aside, NSTitledWindowMask, NSBackingStoreBuffered, false, &display);
   other->orderFront(nullptr);
   button->setFrame(NSMakeRect(40, 20, 83, 16));  // the menu is a window
   const std::function<void()> ways[] = {

@@ -56,6 +56,40 @@ constexpr struct {
     {"tmpt", "click justPopup; type <home><down*16><return>", "1 = -386.31"},
 };
 
+std::vector<uint32_t> pixelsOf(NSWindow& window) {
+  const Bitmap& all = *window.snapshot();
+  std::vector<uint32_t> pixels;
+  for (int y = 0; y < all.physicalHeight(); ++y)
+    pixels.insert(pixels.end(), all.row(y).begin(), all.row(y).end());
+  return pixels;
+}
+
+TEST_F(Editor, OfTwoScalesInOneProcessLookAsEachAlone) {
+  std::map<float, std::vector<uint32_t>> alone;
+  for (const float scale : {1.0f, 2.0f}) {
+    EditorStage stage(scale);
+    stage.open("mcmp");
+    stage.set(5, -40);
+    stage.advance(0.2);
+    alone[scale] = pixelsOf(*stage.window);
+  }
+  OffscreenDisplay largeDisplay(2);
+  const Unit other = openUnit(registeredEffect("mcmp"));
+  const auto view = bundle().editorFor(other.get());
+  NSWindow large(view->frame(), NSTitledWindowMask, NSBackingStoreBuffered, false, &largeDisplay);
+  large.setContentView(view);
+  large.makeKeyAndOrderFront();
+  open("mcmp");
+  for (const float threshold : {-10.0f, -70.0f, -40.0f}) {
+    set(5, threshold);
+    advance(0.2);
+    hostSets(other, 5, threshold);
+    advance(0.2);
+  }
+  EXPECT_EQ(pixelsOf(*window), alone[1]);
+  EXPECT_EQ(pixelsOf(large), alone[2]);
+}
+
 TEST_F(Editor, GesturesReachItsEffect) {
   for (const Gesture& row : gestures) {
     open(row.effect);

@@ -46,7 +46,7 @@ TEST_F(X11Windows, PresentsTheGivenRectanglesAndNoMore) {
   EXPECT_EQ(client.takeExposed(), std::vector{everything});
   present(*window, filled(1, 0, 0));
   present(*window, filled(0, 1, 0), NSMakeRect(10.5f, 0, 20, 10));
-  user.workIn(nativeWindow(*window));
+  user.workIn(window->native().handle);
   const std::tuple<int, int, unsigned long> cases[] = {
       {0, 0, 0xff0000},  {199, 99, 0xff0000}, {10, 90, 0x00ff00}, {30, 99, 0x00ff00},
       {9, 95, 0xff0000}, {31, 95, 0xff0000},  {20, 89, 0xff0000}};
@@ -67,7 +67,7 @@ TEST_F(X11Windows, TellsOfWhatOthersDoToTheWindow) {
   const auto window = open(client);
   client.takeWindow();
   client.takeExposed();
-  const Window id = nativeWindow(*window);
+  const Window id = window->native().handle;
   XMoveResizeWindow(user.x(), id, 300, 50, 220, 120);
   settle();
   EXPECT_EQ(client.frame, NSMakeRect(300, XServer::height - 170, 220, 120));
@@ -124,7 +124,7 @@ TEST_F(X11Windows, TranslucentPixelsAreCutOutWithoutACompositorAndKeptWithOne) {
     EXPECT_EQ(client.takeExposed().size(), compositor ? 0u : 1u);
     present(*window, filled(0, 0, 1));
     XWindowAttributes attributes;
-    XGetWindowAttributes(user.x(), nativeWindow(*overlay), &attributes);
+    XGetWindowAttributes(user.x(), overlay->native().handle, &attributes);
     EXPECT_EQ(attributes.depth, compositor ? 32 : 24);
     if (!compositor) {
       EXPECT_EQ(user.colorAt(120, 150), 0x0000fful);
@@ -139,8 +139,8 @@ TEST_F(X11Windows, NothingOfTheProcessIsChanged) {
   const XErrorHandler before = XSetErrorHandler(mine);
   const Window host = user.makeWindow(100, 100, 300, 200);
   auto window = embed(client, host);
-  for (int twice = 0; twice < 2; ++twice) display->hidePointer();
-  for (int twice = 0; twice < 2; ++twice) display->showPointer();
+  for (int twice = 0; twice < 2; ++twice) window->beginRelativeMotion();
+  for (int twice = 0; twice < 2; ++twice) window->endRelativeMotion({10, 10});
   XDestroyWindow(user.x(), host);
   user.sync();
   window.reset();

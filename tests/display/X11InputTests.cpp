@@ -78,10 +78,8 @@ TEST_F(X11Input, HiddenPointerMovesOnBeyondEveryEdgeAndComesBack) {
     Recorder each;
     const auto window = open(each);
     each.onEvent = [&](const NSEvent& event) {
-      if (event.type == NSEventType::leftMouseDown) display->hidePointer();
-      if (event.type != NSEventType::leftMouseUp) return;
-      display->warpPointer({150, 130});
-      display->showPointer();
+      if (event.type == NSEventType::leftMouseDown) window->beginRelativeMotion();
+      if (event.type == NSEventType::leftMouseUp) window->endRelativeMotion({50.5f, 69.5f});
     };
     pressAt(150, 130);
     for (int i = 0; i < 200; ++i) {
@@ -96,10 +94,11 @@ TEST_F(X11Input, HiddenPointerMovesOnBeyondEveryEdgeAndComesBack) {
   }
 }
 
-TEST_F(X11Input, AWarpDuringAPressIsNoMotion) {
+TEST_F(X11Input, APointerThatIsPutSomewhereDuringAPressMakesNoMotion) {
   const auto window = open(client);
   pressAt(150, 130);
-  display->warpPointer({400, 300});
+  window->beginRelativeMotion();
+  window->endRelativeMotion({300, -100});
   settle();
   EXPECT_EQ(client.takeInput(), "down");
   user.moveBy(3, 2);
@@ -107,7 +106,8 @@ TEST_F(X11Input, AWarpDuringAPressIsNoMotion) {
   settle();
   EXPECT_EQ(client.takeInput(), "drag up");
   EXPECT_EQ(client.motion(), "3,2");
-  display->warpPointer({-5, 99999});
+  window->beginRelativeMotion();
+  window->endRelativeMotion({-500, -9999});
   EXPECT_EQ(user.pointer(), "0,799");
 }
 

@@ -32,5 +32,7 @@ std::unique_ptr<DisplayWindow> X11Test::open(Recorder& client, NSRect frame) {
 }
 
 std::unique_ptr<DisplayWindow> X11Test::embed(Recorder& client, Window parent) {
-  return open(client, {.frame = NSMakeRect(0, 0, 200, 100), .title = {}, .parent = parent});
+  return open(
+      client,
+      {.frame = NSMakeRect(0, 0, 200, 100), .title = {}, .parent = {NativeWindow::System::x11, parent}});
 }

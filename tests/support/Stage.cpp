@@ -48,7 +48,7 @@ void Stage::forgetLog() {
 
 void Stage::put(const std::shared_ptr<NSView>& view) {
   window = std::make_shared<NSWindow>(NSRect{{100, 100}, view->frame().size}, NSTitledWindowMask,
-                                      NSBackingStoreBuffered, false);
+                                      NSBackingStoreBuffered, false, &display);
   window->setContentView(view);
   window->setInitialFirstResponder(view.get());
   window->makeKeyAndOrderFront();

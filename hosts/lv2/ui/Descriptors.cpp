@@ -38,7 +38,7 @@ LV2UI_Handle instantiate(const LV2UI_Descriptor*, const char* pluginUri, const c
     std::fprintf(stderr, "%s: %s\n", pluginUri, error.c_str());
     return nullptr;
   }
-  *widget = reinterpret_cast<LV2UI_Widget>(editor->window());
+  *widget = reinterpret_cast<LV2UI_Widget>(editor->window().handle);
   return editor.release();
 }
 

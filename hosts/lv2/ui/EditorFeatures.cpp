@@ -31,7 +31,7 @@ EditorFeatures EditorFeatures::read(const LV2_Feature* const* features) {
   for (; features && *features; ++features) {
     const std::string_view uri = (*features)->URI;
     void* const data = (*features)->data;
-    if (uri == LV2_UI__parent) read.parent = static_cast<unsigned long>(reinterpret_cast<uintptr_t>(data));
+    if (uri == LV2_UI__parent) read.parent = {NativeWindow::System::x11, reinterpret_cast<uintptr_t>(data)};
     if (uri == LV2_UI__resize) read.resize = *static_cast<const LV2UI_Resize*>(data);
     if (uri == LV2_UI__touch) read.touch = *static_cast<const LV2UI_Touch*>(data);
     if (uri == LV2_OPTIONS__options) options = static_cast<const LV2_Options_Option*>(data);

@@ -6,6 +6,7 @@
 #include "AudioUnitProperties.h"
 #include "NSLog.h"
 #include "NSWindow.h"
+#include "OpenDisplay.h"
 #include "PluginKinds.h"
 
 extern "C" void TovinBundleClasses(std::vector<const Class*>& classes);
@@ -20,10 +21,10 @@ std::shared_ptr<NSRunLoop> sharedLoop() {
   return loop;
 }
 
-std::shared_ptr<X11Display> sharedDisplay(float scale, std::string& error) {
-  static std::map<float, std::weak_ptr<X11Display>> known;
+std::shared_ptr<Display> sharedDisplay(float scale, std::string& error) {
+  static std::map<float, std::weak_ptr<Display>> known;
   auto display = known[scale].lock();
-  if (!display) known[scale] = display = X11Display::create(error, scale);
+  if (!display) known[scale] = display = openDisplay(error, scale);
   return display;
 }
 
@@ -59,7 +60,6 @@ bool PluginEditor::prepare(Component component, const std::string& folder, const
   if (!bundle_) return false;
   display_ = sharedDisplay(features.scaleFactor, error);
   if (!display_) return false;
-  display_->makeCurrent();
   effect_ = openEffect(component);
   if (!effect_) {
     error = effectCode(component) + ": the effect cannot be opened";
@@ -74,8 +74,8 @@ bool PluginEditor::prepare(Component component, const std::string& folder, const
     return false;
   }
   const NSSize size = view->frame().size;
-  window_ =
-      std::make_shared<NSWindow>(NSRect{{0, 0}, size}, NSTitledWindowMask, NSBackingStoreBuffered, false);
+  window_ = std::make_shared<NSWindow>(NSRect{{0, 0}, size}, NSTitledWindowMask, NSBackingStoreBuffered,
+                                       false, display_.get());
   window_->setTitle(pluginName(component));
   window_->setContentView(view);
   window_->setInitialFirstResponder(view.get());
@@ -106,9 +106,9 @@ PluginEditor::~PluginEditor() {
   display_.reset();
 }
 
-unsigned long PluginEditor::window() const {
+NativeWindow PluginEditor::window() const {
   const DisplayWindow* shown = window_->displayWindow();
-  return shown ? nativeWindow(*shown) : 0;
+  return shown ? shown->native() : NativeWindow{};
 }
 
 void PluginEditor::portEvent(uint32_t port, float value) {

@@ -3,12 +3,12 @@
 #include <memory>
 #include <string>
 
+#include "Display.h"
 #include "EditorBundle.h"
 #include "EditorFeatures.h"
 #include "EffectInstance.h"
 #include "NSRunLoop.h"
 #include "PortMirror.h"
-#include "X11Display.h"
 
 class NSWindow;
 
@@ -23,8 +23,8 @@ class PluginEditor {
                                             std::string& error);
   ~PluginEditor();
 
-  /// The X window.
-  unsigned long window() const;
+  /// None once it is gone.
+  NativeWindow window() const;
   void portEvent(uint32_t port, float value);
   /// Does all that is due. False when the window is gone.
   bool idle();
@@ -43,7 +43,7 @@ class PluginEditor {
 
   std::shared_ptr<NSRunLoop> loop_;
   std::shared_ptr<EditorBundle> bundle_;
-  std::shared_ptr<X11Display> display_;
+  std::shared_ptr<Display> display_;
   EffectInstance effect_;
   std::unique_ptr<PluginPorts> ports_;
   std::unique_ptr<PortMirror> mirror_;

@@ -3,22 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-
-OffscreenDisplay::OffscreenDisplay(float scale) : scale_(scale) {
-  makeCurrent();
-}
-
-OffscreenDisplay::~OffscreenDisplay() = default;
-
 std::unique_ptr<DisplayWindow> OffscreenDisplay::openWindow(const DisplayWindowOptions& options,
                                                             DisplayClient& client) {
   return std::make_unique<OffscreenWindow>(*this, options, client);
-}
-
-void OffscreenDisplay::warpPointer(NSPoint place) {
-  const NSSize screen = screens()[0].size;
-  pointer_ = {std::clamp(place.x, 0.0f, screen.width - 1),
-              std::clamp(screen.height - place.y, 1.0f, screen.height)};
 }
 
 OffscreenWindow* OffscreenDisplay::windowAt(NSPoint place) const {
@@ -130,6 +117,13 @@ void OffscreenWindow::show(bool) {
 void OffscreenWindow::present(const Bitmap& bitmap, std::span<const NSRect> rects) {
   picture_ = &bitmap;
   presented_.insert(presented_.end(), rects.begin(), rects.end());
+}
+
+void OffscreenWindow::endRelativeMotion(NSPoint place) {
+  const NSSize screen = display_.screens()[0].size;
+  display_.pointer_ = {std::clamp(frame_.origin.x + place.x, 0.0f, screen.width - 1),
+                       std::clamp(frame_.origin.y + place.y, 1.0f, screen.height)};
+  display_.pointerHidden_ = false;
 }
 
 std::vector<NSRect> OffscreenWindow::takePresented() {

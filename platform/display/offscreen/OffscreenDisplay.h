@@ -12,16 +12,12 @@ class OffscreenWindow;
 /// calls. One screen of 1600 × 1200 points. For tests and for drawing to files.
 class OffscreenDisplay : public Display {
  public:
-  explicit OffscreenDisplay(float scale = 1);
-  ~OffscreenDisplay() override;
+  explicit OffscreenDisplay(float scale = 1) : scale_(scale) {}
 
   std::unique_ptr<DisplayWindow> openWindow(const DisplayWindowOptions& options,
                                             DisplayClient& client) override;
   std::vector<NSRect> screens() const override { return {NSMakeRect(0, 0, 1600, 1200)}; }
   float scale() const override { return scale_; }
-  void hidePointer() override { pointerHidden_ = true; }
-  void showPointer() override { pointerHidden_ = false; }
-  void warpPointer(NSPoint place) override;
   std::string clipboardText() override { return clipboard_; }
   void setClipboardText(const std::string& text) override { clipboard_ = text; }
 
@@ -69,6 +65,8 @@ class OffscreenWindow : public DisplayWindow {
   void setKeyboardWanted(bool wanted) override { keyboardWanted_ = wanted; }
   void setForeignPressesWanted(bool wanted) override { foreignPressesWanted_ = wanted; }
   void present(const Bitmap& bitmap, std::span<const NSRect> rects) override;
+  void beginRelativeMotion() override { display_.pointerHidden_ = true; }
+  void endRelativeMotion(NSPoint place) override;
 
   NSRect frame() const { return frame_; }
   bool isShown() const { return shown_; }

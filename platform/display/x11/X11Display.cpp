@@ -19,9 +19,7 @@ X11Display::X11Display(std::unique_ptr<X11Connection> connection, float scale)
       screens_(std::make_unique<X11Screens>(*connection_, scale)),
       clipboard_(std::make_unique<X11Clipboard>(*connection_)),
       events_(std::make_unique<X11Events>(*connection_, *clipboard_)),
-      pointer_(std::make_unique<X11Pointer>(*connection_, *events_, *screens_)) {
-  makeCurrent();
-}
+      pointer_(std::make_unique<X11Pointer>(*connection_, *events_, *screens_)) {}
 
 X11Display::~X11Display() = default;
 
@@ -36,23 +34,9 @@ std::vector<NSRect> X11Display::screens() const {
 float X11Display::scale() const {
   return screens_->scale();
 }
-void X11Display::hidePointer() {
-  pointer_->hide();
-}
-void X11Display::showPointer() {
-  pointer_->show();
-}
-void X11Display::warpPointer(NSPoint place) {
-  pointer_->warp(place);
-}
 std::string X11Display::clipboardText() {
   return clipboard_->text();
 }
 void X11Display::setClipboardText(const std::string& text) {
   clipboard_->setText(text);
-}
-
-unsigned long nativeWindow(const DisplayWindow& window) {
-  const auto* real = dynamic_cast<const X11Window*>(&window);
-  return real ? real->id() : 0;
 }

@@ -25,9 +25,6 @@ class X11Display final : public Display {
                                             DisplayClient& client) override;
   std::vector<NSRect> screens() const override;
   float scale() const override;
-  void hidePointer() override;
-  void showPointer() override;
-  void warpPointer(NSPoint place) override;
   /// Waits at most a quarter of a second for the program that owns the text.
   std::string clipboardText() override;
   void setClipboardText(const std::string& text) override;
@@ -41,6 +38,3 @@ class X11Display final : public Display {
   std::unique_ptr<X11Events> events_;
   std::unique_ptr<X11Pointer> pointer_;
 };
-
-/// The window's number on the server, for what only the server knows. 0 for a window of another display.
-unsigned long nativeWindow(const DisplayWindow& window);

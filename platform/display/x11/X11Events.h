@@ -20,6 +20,7 @@ class X11Events : private RunLoopObserver {
   X11Events(X11Connection& connection, X11Clipboard& clipboard);
   ~X11Events();
   void setPointer(X11Pointer& handler) { pointer_ = &handler; }
+  X11Pointer& pointer() const { return *pointer_; }
 
   void add(X11Window& window) { windows_.push_back(&window); }
   void remove(X11Window& window);

@@ -37,7 +37,7 @@ X11Pointer::~X11Pointer() {
   show();
 }
 
-void X11Pointer::hide() {
+void X11Pointer::beginRelativeMotion() {
   if (hidden_) return;
   hidden_ = true;
   XFixesHideCursor(connection_.x(), connection_.root());
@@ -47,11 +47,15 @@ void X11Pointer::hide() {
   selectRawMotion(true);
 }
 
+void X11Pointer::endRelativeMotion(int rootX, int rootY) {
+  if (!hidden_) return;
+  warp(screens_.nearest(rootX, rootY));
+  show();
+}
+
 void X11Pointer::show() {
-  // The server answers a second call with an error.
   if (!hidden_) return;
   hidden_ = false;
-  unlock();
   XFixesShowCursor(connection_.x(), connection_.root());
   motion_.setExtent(RelativeMotion::Extent::bounded);
   selectRawMotion(false);
@@ -71,10 +75,6 @@ void X11Pointer::lock() {
   rawDevice_ = device;
 }
 
-void X11Pointer::unlock() {
-  if (std::exchange(lockWindow_, None) != None) XUngrabPointer(connection_.x(), CurrentTime);
-}
-
 void X11Pointer::selectRawMotion(bool select) {
   if (connection_.inputOpcode()) {
     unsigned char bits[XIMaskLen(XI_RawMotion)] = {};
@@ -85,18 +85,16 @@ void X11Pointer::selectRawMotion(bool select) {
   XFlush(connection_.x());
 }
 
-void X11Pointer::warp(NSPoint place) {
+void X11Pointer::warp(PixelRect to) {
   XConnection* x = connection_.x();
-  const PixelRect to = screens_.pixelAt(place);
   const unsigned long serial = NextRequest(x);
   if (lockWindow_ == None) {
     XWarpPointer(x, None, connection_.root(), 0, 0, 0, 0, to.x, to.y);
   } else {
     // Xwayland hands on to the compositor only what is told in places of the window that has the pointer.
     const int left = lastPress_.x_root - lastPress_.x, top = lastPress_.y_root - lastPress_.y;
-    const Window window = lockWindow_;
-    unlock();
-    XWarpPointer(x, None, window, 0, 0, 0, 0, to.x - left, to.y - top);
+    XUngrabPointer(x, CurrentTime);
+    XWarpPointer(x, None, std::exchange(lockWindow_, None), 0, 0, 0, 0, to.x - left, to.y - top);
   }
   // Some servers do not obey: where the pointer is now is what further motion starts from.
   Window root = None;

@@ -23,9 +23,9 @@ class X11Pointer {
   X11Pointer(const X11Pointer&) = delete;
   X11Pointer& operator=(const X11Pointer&) = delete;
 
-  void hide();
-  void show();
-  void warp(NSPoint place);
+  void beginRelativeMotion();
+  /// The pointer is shown at the pixel of the root window that is nearest and on a monitor.
+  void endRelativeMotion(int rootX, int rootY);
 
   void handle(XEvent& event);
   /// Tells the drag, or the place, that the motion so far amounts to.
@@ -48,7 +48,8 @@ class X11Pointer {
   void checkHeld(unsigned state);
   void selectRawMotion(bool select);
   void lock();
-  void unlock();
+  void show();
+  void warp(PixelRect to);
   /// Motion up to events with this number is over; what a warp did was none.
   void skipWarps(unsigned long serial);
   int countClicks(const XButtonEvent& event);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr float roundingSlack = 1e-3f;
 
-int nearest(float value) {
+int rounded(float value) {
   return static_cast<int>(std::lround(value));
 }
 int pixelCount(float points, float scale) {
@@ -53,8 +53,8 @@ std::vector<NSRect> X11Screens::frames() const {
 PixelRect X11Screens::toPixels(NSRect points) const {
   const PixelRect primary = monitors().front();
   const int height = pixelCount(points.size.height, scale_);
-  const int bottom = primary.y + primary.height - nearest(points.origin.y * scale_);
-  return {primary.x + nearest(points.origin.x * scale_), bottom - height,
+  const int bottom = primary.y + primary.height - rounded(points.origin.y * scale_);
+  return {primary.x + rounded(points.origin.x * scale_), bottom - height,
           pixelCount(points.size.width, scale_), height};
 }
 
@@ -62,13 +62,10 @@ NSRect X11Screens::toPoints(PixelRect pixels) const {
   return pointsFrom(pixels, monitors().front(), scale_);
 }
 
-PixelRect X11Screens::pixelAt(NSPoint place) const {
-  const std::vector<PixelRect> all = monitors();
-  const int x = all.front().x + static_cast<int>(std::floor(place.x * scale_ + roundingSlack));
-  const int y = all.front().y + static_cast<int>(std::floor(place.y * scale_ + roundingSlack));
+PixelRect X11Screens::nearest(int x, int y) const {
   PixelRect best;
   long bestDistance = -1;
-  for (const PixelRect& m : all) {
+  for (const PixelRect& m : monitors()) {
     const int cx = std::clamp(x, m.x, m.x + m.width - 1);
     const int cy = std::clamp(y, m.y, m.y + m.height - 1);
     const long distance = std::labs(static_cast<long>(cx) - x) + std::labs(static_cast<long>(cy) - y);

@@ -19,9 +19,8 @@ class X11Screens {
 
   PixelRect toPixels(NSRect points) const;
   NSRect toPoints(PixelRect pixels) const;
-  /// The pixel of the root window at a place in points from the first monitor's top left corner, y down,
-  /// kept on the nearest monitor.
-  PixelRect pixelAt(NSPoint place) const;
+  /// The pixel of a monitor that is nearest to one of the root window.
+  PixelRect nearest(int x, int y) const;
 
  private:
   X11Connection& connection_;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "X11Pointer.h"
 #include "X11WindowSetup.h"
 
 namespace {
@@ -54,7 +55,7 @@ X11Window::X11Window(X11Connection& connection, X11Events& events, const X11Scre
       format_(formatFor(connection, options)),
       id_(createX11Window(connection, options, pixels_, format_, ownerOf(connection, options))),
       surface_(connection, format_, id_),
-      placeKnown_(options.parent == 0) {
+      placeKnown_(!options.parent) {
   if (options.translucent && options.borderless && &format_ == &connection.opaqueFormat())
     mask_ = std::make_unique<X11ShapeMask>();
   events_.add(*this);
@@ -131,6 +132,18 @@ NSPoint X11Window::placeOfRootPixel(int rootX, int rootY) const {
   const float scale = screens_.scale();
   return {(static_cast<float>(rootX - pixels_.x) + 0.5f) / scale,
           frame_.size.height - (static_cast<float>(rootY - pixels_.y) + 0.5f) / scale};
+}
+
+void X11Window::beginRelativeMotion() {
+  events_.pointer().beginRelativeMotion();
+}
+
+void X11Window::endRelativeMotion(NSPoint place) {
+  constexpr float slack = 1e-3f;
+  const float scale = screens_.scale();
+  const auto pixel = [scale](float points) { return static_cast<int>(std::floor(points * scale + slack)); };
+  events_.pointer().endRelativeMotion(pixels_.x + pixel(place.x),
+                                      pixels_.y + pixel(frame_.size.height - place.y));
 }
 
 void X11Window::handle(const XEvent& event) {

@@ -12,7 +12,7 @@
 
 /// One window on the server. Requests about it may come too late, since the server, a host or the window
 /// manager can end it at any time: they are then without effect. A place in it is the centre of a pixel, so
-/// that it lies inside what was drawn there and, put through warpPointer, is that pixel again.
+/// that it lies inside what was drawn there and, put through endRelativeMotion, is that pixel again.
 class X11Window final : public DisplayWindow {
  public:
   X11Window(X11Connection& connection, X11Events& events, const X11Screens& screens,
@@ -24,7 +24,10 @@ class X11Window final : public DisplayWindow {
   void hide() override;
   void setKeyboardWanted(bool wanted) override;
   void setForeignPressesWanted(bool wanted) override;
+  void beginRelativeMotion() override;
+  void endRelativeMotion(NSPoint place) override;
   void present(const Bitmap& bitmap, std::span<const NSRect> rects) override;
+  NativeWindow native() const override { return {NativeWindow::System::x11, id_}; }
 
   Window id() const { return id_; }
   DisplayClient& client() const { return client_; }
@@ -40,7 +43,7 @@ class X11Window final : public DisplayWindow {
   void endTurn();
 
  private:
-  bool isEmbedded() const { return options_.parent != 0; }
+  bool isEmbedded() const { return static_cast<bool>(options_.parent); }
   bool isSurrounding(Window window) const;
   void watchSurroundings(bool watch);
   void refresh();

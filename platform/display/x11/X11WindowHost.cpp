@@ -51,7 +51,7 @@ void X11Window::returnKeyboard() {
     return !connection_.errors().refused(
         [&] { XSetInputFocus(connection_.x(), window, RevertToParent, CurrentTime); });
   };
-  if (!focus(before) && isEmbedded()) focus(options_.parent);
+  if (!focus(before) && isEmbedded()) focus(options_.parent.handle);
 }
 
 void X11Window::selectKeys(bool select) {

@@ -67,11 +67,11 @@ Window createX11Window(X11Connection& connection, const DisplayWindowOptions& op
   attributes.colormap = format.colormap;
   attributes.override_redirect = options.borderless && !options.parent;
   attributes.event_mask = options.parent ? x11WindowEvents : x11WindowEvents | KeyPressMask;
-  const Window window =
-      XCreateWindow(x, options.parent ? options.parent : connection.root(), options.parent ? 0 : pixels.x,
-                    options.parent ? 0 : pixels.y, static_cast<unsigned>(pixels.width),
-                    static_cast<unsigned>(pixels.height), 0, format.depth, InputOutput, format.visual,
-                    CWBorderPixel | CWColormap | CWOverrideRedirect | CWEventMask, &attributes);
+  const Window window = XCreateWindow(
+      x, options.parent ? options.parent.handle : connection.root(), options.parent ? 0 : pixels.x,
+      options.parent ? 0 : pixels.y, static_cast<unsigned>(pixels.width),
+      static_cast<unsigned>(pixels.height), 0, format.depth, InputOutput, format.visual,
+      CWBorderPixel | CWColormap | CWOverrideRedirect | CWEventMask, &attributes);
   if (!options.parent) introduce(connection, window, options);
   if (!options.parent && !options.borderless) fixX11WindowSize(connection, window, pixels);
   if (owner) XSetTransientForHint(x, window, owner);
