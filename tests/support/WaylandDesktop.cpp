@@ -48,8 +48,8 @@ std::string configuration() {
   text << "output HEADLESS-1 resolution " << WaylandDesktop::width << "x" << WaylandDesktop::height << "\n"
        << "seat seat0 pointer_constraint enable\nxwayland force\n"
        << "default_border none\ndefault_floating_border none\n"
-       << "exec xhost +si:localuser:" << (geteuid() == 0 ? "root" : "$USER")
-       << " > /dev/null && echo desktop $DISPLAY $WAYLAND_DISPLAY end\n";
+       << "exec " << (geteuid() == 0 ? "xhost +si:localuser:root > /dev/null && " : "")
+       << "echo desktop $DISPLAY $WAYLAND_DISPLAY end\n";
   return text.str();
 }
 
