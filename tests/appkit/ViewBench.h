@@ -33,7 +33,6 @@ class LogView : public NSView {
     if (passesOn) return NSView::scrollWheel(event);
     write("wheel", {event.deltaY});
   }
-  void keyDown(const NSEvent&) override { write("key", {}); }
 
   bool opaque = false;
   bool passesOn = false;
@@ -74,8 +73,8 @@ class ViewBench : public testing::Test, public Stage {
     for (OffscreenWindow* w : display.windows()) presented = w->takePresented();
     return taken();
   }
-  void click(NSPoint inWindow, unsigned modifiers = 0, int clickCount = 1) {
-    press(inWindow, modifiers, clickCount);
+  void click(NSPoint inWindow) {
+    press(inWindow);
     release();
   }
 
