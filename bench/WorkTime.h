@@ -19,7 +19,7 @@ inline double wallSeconds() {
 }
 
 /// Seconds that some work takes this thread: the lesser of what two clocks say. The wall's says too much
-/// where something else ran in between; the thread's own says too much for being dear to read, and on a
+/// where something else ran in between; the thread's own says too much since reading it costs much, and on a
 /// virtual machine, once in some thousand times, too little.
 template <class Work>
 double secondsOf(const Work& work) {
@@ -33,6 +33,6 @@ double secondsOf(const Work& work) {
 /// A piece of work that times itself, in seconds: what prepares it does not count.
 using TimedWork = std::function<double()>;
 
-/// Lets a figure and its floor take turns as often as the engine asks, so that both meet the same weather.
+/// Lets a figure and its floor take turns as often as the engine asks, so that both see the same noise of the machine.
 /// Counters `figure` and `floor`: the lower quartile of each, in seconds.
 void takeTurns(benchmark::State& state, const TimedWork& figure, const TimedWork& floor);

@@ -20,7 +20,7 @@ std::string numberText(float value) {
 }
 
 /// The background with a knob's face at that place. Knobs that are made together share one: the shadow of the
-/// face is dear.
+/// face is expensive.
 std::shared_ptr<NSImage> backgroundWithFace(NSRect knobFrame) {
   static std::map<float, std::weak_ptr<NSImage>> made;  // by place
   auto& known = made[NSMinX(knobFrame)];

@@ -12,8 +12,8 @@
 namespace {
 
 constexpr float farthest = 16000;
-// A thicket goes over its height that often.
-constexpr float thicketHeights = 50;
+// A dense outline goes up and down over its height that often.
+constexpr float denseHeights = 50;
 
 bool isNumber(NSPoint p) {
   return !std::isnan(p.x) && !std::isnan(p.y);
@@ -130,8 +130,8 @@ void NSBezierPath::replay(cairo_t* cairo) const {
   }
 }
 
-bool NSBezierPath::isThicket() const {
-  if (static_cast<float>(elements_.size()) < thicketHeights) return false;
+bool NSBezierPath::isDenseOutline() const {
+  if (static_cast<float>(elements_.size()) < denseHeights) return false;
   float height = 0;
   float y = elements_.front().points[0].y;
   for (const Element& e : elements_) {
@@ -140,7 +140,7 @@ bool NSBezierPath::isThicket() const {
     height += std::abs(next - y);
     y = next;
   }
-  return height > thicketHeights * NSHeight(controlPointBounds());
+  return height > denseHeights * NSHeight(controlPointBounds());
 }
 
 void NSBezierPath::fill() const {
@@ -148,7 +148,7 @@ void NSBezierPath::fill() const {
   if (!context) return;
   context->draw(controlPointBounds(), [this](cairo_t* cairo) {
     replay(cairo);
-    const bool isCoarse = isThicket();
+    const bool isCoarse = isDenseOutline();
     if (isCoarse) cairo_set_antialias(cairo, CAIRO_ANTIALIAS_FAST);  // 16 samples of a pixel, not 255
     cairo_fill(cairo);
     if (isCoarse) cairo_set_antialias(cairo, CAIRO_ANTIALIAS_DEFAULT);

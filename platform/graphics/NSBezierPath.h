@@ -64,7 +64,7 @@ class NSBezierPath {
 
   void append(Kind kind, NSPoint a, NSPoint b = {}, NSPoint c = {});
   void replay(cairo_t* cairo) const;
-  bool isThicket() const;
+  bool isDenseOutline() const;
 
   std::vector<Element> elements_;
   float lineWidth_ = 1;
