@@ -33,6 +33,6 @@ double secondsOf(const Work& work) {
 /// A piece of work that times itself, in seconds: what prepares it does not count.
 using TimedWork = std::function<double()>;
 
-/// Lets a figure and its floor take turns as often as the engine asks, so that both see the same noise of the machine.
-/// Counters `figure` and `floor`: the lower quartile of each, in seconds.
+/// Lets a figure and its floor take turns as often as the engine asks, so that both see the same noise of the
+/// machine. Counters `figure` and `floor`: the lower quartile of each, in seconds.
 void takeTurns(benchmark::State& state, const TimedWork& figure, const TimedWork& floor);

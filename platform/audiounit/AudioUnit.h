@@ -53,9 +53,10 @@ struct AURenderCallbackStruct {
   friend bool operator==(const AURenderCallbackStruct&, const AURenderCallbackStruct&) = default;
 };
 
-/// All functions answer paramErr for a null instance and badComponentInstance for one that is closed. Unless it says otherwise a function belongs to the
-/// main thread; those that change what a render uses (initialise, uninitialise, reset, the properties that
-/// are set before initialisation, the render callback) must not run beside a render of the same instance.
+// The functions of an instance. Each answers paramErr for a null instance and badComponentInstance for one
+// that is closed, and belongs to the main thread unless it says otherwise. Those that change what a render
+// uses (initialise, uninitialise, reset, properties that are set before initialisation, the render callback)
+// must not run beside a render of the same instance.
 
 /// Makes it ready to render; every smoothed value stands at its target, every history is empty. Again
 /// without uninitialising first does nothing. FormatNotSupported when the effect cannot work between the
