@@ -117,7 +117,9 @@ Activity drag(BenchEditor& editor, const EditorKind&) {
 }
 
 Activity parameterToPicture(BenchEditor& editor, const EditorKind& kind) {
-  const EffectParameter parameter = editor.effect().parameter(kind.parameter);
+  const auto& all = editor.effect().parameters();
+  const EffectParameter parameter =
+      *std::find_if(all.begin(), all.end(), [&](const auto& p) { return p.id == kind.parameter; });
   return {.steps = shortCycle,
           .step =
               [&editor, parameter](int i) {
@@ -130,7 +132,7 @@ Activity parameterToPicture(BenchEditor& editor, const EditorKind& kind) {
 
 void compareMeasurement(benchmark::State& state, const EditorKind& kind) {
   EffectBench effect(kind.code);
-  effect.setAll(atWork);
+  for (const EffectParameter& p : effect.writableParameters()) effect.set(p.id, partOf(p, atWork));
   MeasurementFloor floor(kind.code, *kind.measurement, effect);
   ImpulseAUwrapper renderer(effect.unit(), kind.measurement->sampleRate, kind.measurement->order,
                             kind.measurement->outputs == 2);

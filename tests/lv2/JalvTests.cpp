@@ -31,7 +31,7 @@ TEST(Jalv, ShowsEveryEditorAndLeavesNothingBehind) {
   ASSERT_EQ(ChildProcess({"jack_wait", "-s", serverName, "-w", "-t", "10"}).wait(20), 0) << jack.errors();
 
   unsigned resources = 0;  // windows, shared memory and all else, after the first
-  for (const std::string& code : PluginFolder::shared().codes()) {
+  for (const std::string& code : pluginCodes()) {
     SCOPED_TRACE(code);
     ChildProcess host({"jalv.gtk3", "urn:tovin:lv2:" + code}, environment);
     Window window = None;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <lilv/lilv.h>
+#include <lv2/atom/atom.h>
 #include <lv2/urid/urid.h>
 
 #include <array>
@@ -12,31 +13,23 @@
 extern LV2_URID_Map uridMap;
 
 /// The built plug-ins' folder, read by lilv.
-class PluginFolder {
- public:
-  static PluginFolder& shared();
-
-  LilvWorld* world() const { return world_.get(); }
-  std::vector<std::string> codes() const;
-  /// The plug-in of the effect with that code; null when there is none.
-  const LilvPlugin* plugin(const std::string& code) const;
-  bool isHardRealTime(const std::string& code) const;
-  /// Of all ports, by index.
-  std::vector<std::string> symbols(const std::string& code) const;
-
- private:
-  PluginFolder();
-
-  struct Free {
-    void operator()(LilvWorld* world) const { lilv_world_free(world); }
-  };
-  std::unique_ptr<LilvWorld, Free> world_;
-};
-
+LilvWorld* pluginWorld();
+/// The codes of the effects of all plug-ins.
+std::vector<std::string> pluginCodes();
+/// The plug-in of the effect with that code; null when there is none.
+const LilvPlugin* listedPlugin(const std::string& code);
+/// Of all ports, by index.
+std::vector<std::string> portSymbols(const std::string& code);
 /// The symbol of a parameter's port, from its name.
 std::string symbolOf(std::string name);
 
-/// An instance of a plug-in with everything connected, control ports at their defaults.
+struct FreeNode {
+  void operator()(LilvNode* node) const { lilv_node_free(node); }
+};
+using Node = std::unique_ptr<LilvNode, FreeNode>;
+Node uriNode(const std::string& uri);
+
+/// An active instance of a plug-in with everything connected, control ports at their defaults.
 class LoadedPlugin {
  public:
   using Samples = std::vector<std::vector<float>>;  // left and right
@@ -50,15 +43,15 @@ class LoadedPlugin {
   bool isOpen() const { return instance_; }
   bool has(const std::string& symbol) const { return indexOf(symbol) < symbols_.size(); }
   float& control(const std::string& symbol) { return controls_.at(indexOf(symbol)); }
-  /// Ports of parameters, which have a range.
-  std::vector<std::string> parameters() const;
-  float minimum(const std::string& symbol) const { return minima_[indexOf(symbol)]; }
-  float maximum(const std::string& symbol) const { return maxima_[indexOf(symbol)]; }
+  float minimum(const std::string& symbol) const { return minima_.at(indexOf(symbol)); }
+  float maximum(const std::string& symbol) const { return maxima_.at(indexOf(symbol)); }
+  /// Control inputs.
+  const std::vector<std::string>& inputs() const { return inputs_; }
   /// In frames, as its port says.
   uint32_t latency();
 
-  /// Clears all history.
-  void activate();
+  /// Of all history.
+  void clear();
   /// Both may be the same memory. No allocation.
   void run(const float* const* input, float* const* output, uint32_t frames);
   /// All of the input, in blocks of these lengths by turns. Not in place unless said so.
@@ -67,21 +60,12 @@ class LoadedPlugin {
   void tellTempo(float beatsPerMinute);
 
  private:
-  /// A sequence of atoms, no better aligned than some hosts have it.
-  struct TimePosition {
-    explicit TimePosition(const float* beatsPerMinute);
-    alignas(8) std::array<uint8_t, 260> memory;
-    uint8_t* bytes() { return memory.data() + 4; }
-  };
-
   size_t indexOf(const std::string& symbol) const;
-  void giveTime(TimePosition& position);
+  /// A sequence of atoms, no better aligned than some hosts have it.
+  LV2_Atom* time() { return reinterpret_cast<LV2_Atom*>(time_.data() + 4); }
 
   LilvInstance* instance_ = nullptr;
-  bool active_ = false;
-  std::vector<std::string> symbols_;
-  std::vector<bool> isControlInput_;
+  std::vector<std::string> symbols_, inputs_;
   std::vector<float> controls_, minima_, maxima_;
-  uint32_t time_ = 0;  // index of its port; beyond the others when there is none
-  TimePosition nothing_{nullptr}, tempo_{nullptr};
+  alignas(8) std::array<uint8_t, 260> time_ = {};
 };

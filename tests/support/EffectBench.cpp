@@ -11,44 +11,33 @@
 
 namespace {
 
-EffectInstance openRegistered(const std::string& code) {
-  RegisterEffects();
-  const Component component = registeredEffect(code);
-  EffectInstance effect = component ? openEffect(component) : nullptr;
-  if (!effect) throw std::runtime_error("there is no effect " + code);
-  return effect;
-}
-
-std::unique_ptr<EffectRunner> runnerOf(AudioUnit unit, const RenderFormat& format) {
-  std::string error;
-  auto runner = EffectRunner::make(unit, format, error);
-  if (!runner) throw std::runtime_error(error);
-  return runner;
-}
-
 void check(OSStatus status) {
   if (status != noErr) throw std::runtime_error("an effect answers " + std::to_string(status));
+}
+
+EffectInstance openRegistered(const std::string& code) {
+  RegisterEffects();
+  return openEffect(registeredEffect(code));
 }
 
 }  // namespace
 
 EffectBench::EffectBench(const std::string& code, const RenderFormat& format)
-    : effect_(openRegistered(code)),
+    : EffectBench(std::shared_ptr<AUEffectBase>(openRegistered(code)), format) {}
+
+EffectBench::EffectBench(std::shared_ptr<AUEffectBase> effect, const RenderFormat& format)
+    : effect_(std::move(effect)),
       parameters_(effectParameters(unit())),
-      runner_(runnerOf(unit(), format)),
-      block_(format.outputs, std::vector<float>(format.maximumFrames)) {}
+      block_(format.outputs, std::vector<float>(format.maximumFrames)) {
+  std::string error;
+  runner_ = EffectRunner::make(unit(), format, error);
+  if (!runner_) throw std::runtime_error(error);
+}
 
 std::vector<EffectParameter> EffectBench::writableParameters() const {
   std::vector<EffectParameter> writable = parameters_;
   std::erase_if(writable, [](const EffectParameter& p) { return !p.isWritable(); });
   return writable;
-}
-
-const EffectParameter& EffectBench::parameter(AudioUnitParameterID id) const {
-  const auto found =
-      std::find_if(parameters_.begin(), parameters_.end(), [id](const auto& p) { return p.id == id; });
-  if (found == parameters_.end()) throw std::runtime_error("there is no parameter " + std::to_string(id));
-  return *found;
 }
 
 Float32 EffectBench::value(AudioUnitParameterID id) const {
@@ -63,10 +52,6 @@ void EffectBench::set(AudioUnitParameterID id, double value) {
 
 void EffectBench::set(std::initializer_list<std::pair<AudioUnitParameterID, double>> values) {
   for (const auto& [id, value] : values) set(id, value);
-}
-
-void EffectBench::setAll(float part) {
-  for (const EffectParameter& p : writableParameters()) set(p.id, partOf(p, part));
 }
 
 void EffectBench::setQuality(UInt32 quality) {
@@ -86,31 +71,23 @@ void EffectBench::reset() {
 }
 
 EffectBench::Samples EffectBench::render(const Samples& input, UInt32 block) {
+  return renderAround(
+      input, 0, [] {}, block);
+}
+
+EffectBench::Samples EffectBench::renderAround(const Samples& input, UInt32 at,
+                                               const std::function<void()>& change, UInt32 block) {
   const auto frames = static_cast<UInt32>(input[0].size());
   Samples output(block_.size(), std::vector<float>(frames));
-  for (UInt32 done = 0; done < frames; done += block) {
+  for (UInt32 done = 0, length; done < frames; done += length) {
+    if (done == at) change();
+    length = std::min(block, (done < at ? at : frames) - done);
     const float* from[kAudioMaximumChannels];
     float* to[kAudioMaximumChannels];
     for (size_t c = 0; c < input.size(); ++c) from[c] = input[c].data() + done;
     for (size_t c = 0; c < output.size(); ++c) to[c] = output[c].data() + done;
-    check(runner_->render(from, to, std::min(block, frames - done)));
+    check(runner_->render(from, to, length));
   }
-  return output;
-}
-
-EffectBench::Samples EffectBench::renderAround(const Samples& input, size_t at,
-                                               const std::function<void()>& change) {
-  Samples before, after;
-  for (const auto& channel : input) {
-    const auto cut = channel.begin() + static_cast<std::ptrdiff_t>(at);
-    before.emplace_back(channel.begin(), cut);
-    after.emplace_back(cut, channel.end());
-  }
-  Samples output = render(before);
-  change();
-  const Samples rest = render(after);
-  for (size_t c = 0; c < output.size(); ++c)
-    output[c].insert(output[c].end(), rest[c].begin(), rest[c].end());
   return output;
 }
 
