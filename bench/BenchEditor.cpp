@@ -28,7 +28,7 @@ const std::vector<float>& noise() {
 
 BenchEditor::BenchEditor(const std::string& code, float scale) : EditorStage(scale) {
   unit = openUnit(registeredEffect(code));
-  effect_.emplace(std::shared_ptr<AUEffectBase>({}, unit.get()), RenderFormat{sampleRate, 2, 2, mostFrames});
+  effect_.emplace(std::shared_ptr<AUEffectBase>(std::shared_ptr<void>(), unit.get()), RenderFormat{sampleRate, 2, 2, mostFrames});
   openEditor();
 }
 

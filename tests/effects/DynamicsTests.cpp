@@ -1,4 +1,4 @@
-// Compressors: levels against the curve, times and bands; and what holds for all that ride the gain.
+// Compressors and the limiter: levels against the curve, full scale, times, latency and bands.
 
 #include <gtest/gtest.h>
 
@@ -41,10 +41,10 @@ void expectCurve(EffectBench& bench, const Curve& curve, AudioUnitParameterID me
     const auto output = bench.render(input);
     const double wanted = curve.level(in), amount = in > curve.threshold ? in - wanted : 0;
     for (const UInt32 c : {0, 1}) EXPECT_NEAR(level(output[c]), wanted + curve.gain - 20 * c, 0.1) << in;
-    for (const EffectParameter& p : bench.parameters())
-      if (!p.isWritable()) {
-        EXPECT_NEAR(bench.value(p.id), p.id == meter ? amount : 0, 0.1) << p.id << " " << in;
-      }
+    for (const EffectParameter& p : bench.parameters()) {
+      if (p.isWritable()) continue;
+      EXPECT_NEAR(bench.value(p.id), p.id == meter ? amount : 0, 0.1) << p.id << " " << in;
+    }
   }
 }
 
@@ -82,16 +82,6 @@ TEST(MultibandCompressor, FollowsItsCurveInEachBandAndShowsTheAmount) {
   }
 }
 
-TEST(Compressors, MeasureTonesOfEveryPitchAndRate) {
-  for (const double rate : rates) {
-    for (const double frequency : {50.0, 0.18 * rate}) {
-      EffectBench bench("dcmp", {.sampleRate = rate});
-      const auto output = bench.render(sine(frequency, -6, static_cast<size_t>(2 * rate), rate))[0];
-      EXPECT_NEAR(level(output), Curve(30, -20, 5).level(-6), 0.5) << rate << " " << frequency;
-    }
-  }
-}
-
 TEST(DynamicsProcessor, ReachesItsGainInAttackAndReleaseAndHoldsIt) {
   const double full = -Curve(30, -20, 5).level(0);
   for (const double rate : rates) {
@@ -101,14 +91,11 @@ TEST(DynamicsProcessor, ReachesItsGainInAttackAndReleaseAndHoldsIt) {
     Samples input(1, std::vector<float>(4 * half, 0.01f));
     std::fill_n(input[0].begin() + 2 * half, half, 1.0f);
     const auto output = bench.render(input)[0];
-    const std::pair<double, double> reductions[] = {{0.99, 0},
-                                                    {1.02, full * (1 - std::exp(-1))},
-                                                    {1.49, full},
-                                                    {1.505, full},
-                                                    {1.61, full * std::exp(-1)}};
-    for (const auto& [seconds, reduction] : reductions) {
+    for (const auto& [seconds, part] :
+         {std::pair(0.99, 0.0), {1.02, 1 - std::exp(-1)}, {1.49, 1}, {1.505, 1}, {1.61, std::exp(-1)}}) {
       const auto i = static_cast<size_t>(seconds * rate);
-      EXPECT_NEAR(20 * std::log10(input[0][i] / output[i]), reduction, 0.02 * full) << rate << " " << seconds;
+      EXPECT_NEAR(20 * std::log10(input[0][i] / output[i]), part * full, 0.02 * full)
+          << rate << " " << seconds;
     }
   }
 }
@@ -149,4 +136,54 @@ TEST(MultibandCompressor, TakesCrossoversOutOfOrderAsEqual) {
   equal.set({{2, 500}, {3, 500}, {4, 500}});
   for (EffectBench* each : {&crossed, &equal}) each->reset();
   EXPECT_EQ(crossed.render(noise(2, 10000, 0.5f)), equal.render(noise(2, 10000, 0.5f)));
+}
+
+TEST(PeakLimiter, DelaysByItsLatencyAndLeavesQuietSoundAlone) {
+  for (const double rate : {8000.0, 11025.0, 384000.0}) {
+    EffectBench bench("lmtr", {.sampleRate = rate});
+    EXPECT_NEAR(bench.latency(), 0.03, 0.5 / rate);
+    const auto delay = std::lround(bench.latency() * rate);
+    const auto input = noise(2, 30000, 1.0f), output = bench.render(input);
+    EXPECT_EQ(std::count(output[0].begin(), output[0].begin() + delay, 0.0f), delay) << rate;
+    for (size_t c = 0; c < 2; ++c)
+      EXPECT_TRUE(std::equal(output[c].begin() + delay, output[c].end(), input[c].begin())) << rate;
+  }
+}
+
+// Also while the attack is changed.
+TEST(PeakLimiter, NeverExceedsFullScale) {
+  constexpr size_t frames = 60000;
+  Samples impulses(2, std::vector<float>(frames, 0.001f));
+  for (size_t i = 97; i < frames; i += i / 4) impulses[i % 2][i] = i % 3 ? 1.0f : -0.7f;
+  for (const double rate : {8000.0, 384000.0}) {
+    for (const Samples& input : {noise(2, frames, 1.0f), impulses, sine(30, 0, frames, rate)}) {
+      EffectBench bench("lmtr", {.sampleRate = rate});
+      bench.set({{0, 0.03}, {1, 0.001}, {2, 40}});
+      bench.reset();
+      float peak = 0;
+      for (const auto& channel : bench.render(input, frames / 2, [&] { bench.set(0, 0.001); }))
+        for (const float sample : channel) peak = std::max(peak, std::fabs(sample));
+      EXPECT_LE(peak, 1.0f) << rate;
+      EXPECT_GT(peak, 0.99f) << rate;
+    }
+  }
+}
+
+// Both channels alike: the peak is on the left, what it does is read on the right.
+TEST(PeakLimiter, ReducesOverTheAttackAndRecoversInTheDecay) {
+  for (const double attack : {0.002, 0.03}) {
+    EffectBench bench("lmtr");
+    bench.set({{0, attack}, {1, 0.05}});
+    bench.reset();
+    Samples input(2, std::vector<float>(44100, 0.1f));
+    input[0][20000] = 10;
+    const auto output = bench.render(input)[1];
+    const auto reduction = [&](double seconds) {  // after the peak is heard
+      return 20 * std::log10(0.1 / output[21323 + std::lround(seconds * 44100)]);
+    };
+    EXPECT_NEAR(reduction(-attack - 0.0001), 0, 1e-4) << attack;
+    EXPECT_NEAR(reduction(-attack / 2), 10, 0.3) << attack;
+    EXPECT_NEAR(reduction(0), 20, 1e-4) << attack;
+    EXPECT_NEAR(reduction(attack + 0.1) / reduction(attack + 0.05), std::exp(-1), 0.01) << attack;
+  }
 }

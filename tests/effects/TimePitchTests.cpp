@@ -16,10 +16,6 @@ enum : AudioUnitParameterID { pitch = 1, blend, smoothness, tightness };
 
 constexpr UInt32 qualities[] = {127, 96, 64, 32, 0};
 
-double ratioOf(double cents) {
-  return std::exp2(cents / 1200);
-}
-
 /// That a tone of 440 Hz was transposed by that, from the time between its first and last zero.
 void expectPitch(const std::vector<float>& output, size_t from, double cents) {
   const auto samples = std::span(output).subspan(from, 30000);
@@ -37,7 +33,7 @@ void expectNoStep(const std::vector<float>& samples, size_t from, double cents) 
   double step = 0;
   for (size_t i = from; i + 1 < samples.size(); ++i)
     step = std::max<double>(step, std::fabs(samples[i + 1] - samples[i]));
-  EXPECT_LT(step, 1.3 * 0.25 * 2 * std::numbers::pi * 440 * ratioOf(cents) / 44100);
+  EXPECT_LT(step, 1.3 * 0.25 * 2 * std::numbers::pi * 440 * std::exp2(cents / 1200) / 44100);
 }
 
 }  // namespace
@@ -67,8 +63,7 @@ TEST(TimePitch, TransposesExactlyInEveryQualityAndSmoothnessAndBendsWithoutAStep
       bench.setQuality(quality);
       bench.set({{pitch, -1200}, {smoothness, smooth}});
       bench.reset();
-      const auto output =
-          bench.renderAround(sine(440, -12, 98000), 49000, [&] { bench.set(pitch, 701.955); })[1];
+      const auto output = bench.render(sine(440, -12, 98000), 49000, [&] { bench.set(pitch, 701.955); })[1];
       expectPitch(output, 17000, -1200);
       expectPitch(output, 65000, 701.955);
       expectNoStep(output, 20000, 701.955);
@@ -79,19 +74,18 @@ TEST(TimePitch, TransposesExactlyInEveryQualityAndSmoothnessAndBendsWithoutAStep
 // The middle of a swell of 0.1 seconds, also after the pitch had been another one.
 TEST(TimePitch, KeepsTheTimeAtEveryPitch) {
   constexpr double middle = 33000;
-  EffectBench::Samples swell(2, std::vector<float>(66000));
-  for (size_t i = 0; i < 66000; ++i) {
-    const double seconds = (static_cast<double>(i) - middle) / 44100;
-    swell[0][i] = swell[1][i] = static_cast<float>(0.5 * std::exp(-1250 * seconds * seconds) *
-                                                   std::sin(2 * std::numbers::pi * 440 * seconds));
+  std::vector<float> swell(66000);
+  for (size_t i = 0; i < swell.size(); ++i) {
+    const double s = (static_cast<double>(i) - middle) / 44100;  // seconds
+    swell[i] = static_cast<float>(0.5 * std::exp(-1250 * s * s) * std::sin(2 * std::numbers::pi * 440 * s));
   }
   for (const UInt32 quality : qualities) {
-    for (const auto& [before, cents] : {std::pair(0, 700), {-1200, 0}, {1200, -1200}, {1200, -500}}) {
-      EffectBench bench("tmpt");
+    for (const auto& [before, cents] : {std::pair(0, 700), {1200, -1200}}) {
+      EffectBench bench("tmpt", {.inputs = 1, .outputs = 1});
       bench.setQuality(quality);
       bench.set(pitch, before);
       bench.reset();
-      const auto output = bench.renderAround(swell, 10000, [&] { bench.set(pitch, cents); })[0];
+      const auto output = bench.render({swell}, 10000, [&] { bench.set(pitch, cents); })[0];
       double energy = 0, moment = 0;
       for (size_t i = 0; i < output.size(); ++i) {
         const double square = output[i] * output[i];

@@ -64,17 +64,19 @@ std::string symbolOf(std::string name) {
   return name;
 }
 
-LoadedPlugin::LoadedPlugin(const std::string& code, double sampleRate) : symbols_(portSymbols(code)) {
+LoadedPlugin::LoadedPlugin(const std::string& code, double sampleRate) {
   const LilvPlugin* plugin = listedPlugin(code);
   LV2_Feature mapFeature{LV2_URID__map, &uridMap};
   const LV2_Feature* const features[] = {&mapFeature, nullptr};
   instance_ = plugin ? lilv_plugin_instantiate(plugin, sampleRate, features) : nullptr;
   if (!instance_) return;
-  for (auto* values : {&controls_, &minima_, &maxima_}) values->resize(symbols_.size());
-  lilv_plugin_get_port_ranges_float(plugin, minima_.data(), maxima_.data(), controls_.data());
-  for (uint32_t i = 0; i < symbols_.size(); ++i) {
-    if (!std::isnan(controls_[i])) inputs_.push_back(symbols_[i]);  // others have no default
-    void* const memory = symbols_[i] == "time_position" ? static_cast<void*>(time()) : &controls_[i];
+  const auto symbols = portSymbols(code);
+  std::vector<float> minima(symbols.size()), maxima(symbols.size()), defaults(symbols.size());
+  lilv_plugin_get_port_ranges_float(plugin, minima.data(), maxima.data(), defaults.data());
+  for (uint32_t i = 0; i < symbols.size(); ++i) {
+    Port& port = ports_[symbols[i]] = {defaults[i], minima[i], maxima[i]};
+    if (!std::isnan(defaults[i])) inputs_.push_back(symbols[i]);  // others have no default
+    void* const memory = symbols[i] == "time_position" ? static_cast<void*>(time()) : &port.value;
     lilv_instance_connect_port(instance_, i, memory);
   }
   *time() = {sizeof(LV2_Atom_Sequence_Body), map(nullptr, LV2_ATOM__Sequence)};
@@ -85,10 +87,6 @@ LoadedPlugin::~LoadedPlugin() {
   if (!instance_) return;
   lilv_instance_deactivate(instance_);
   lilv_instance_free(instance_);
-}
-
-size_t LoadedPlugin::indexOf(const std::string& symbol) const {
-  return static_cast<size_t>(std::find(symbols_.begin(), symbols_.end(), symbol) - symbols_.begin());
 }
 
 uint32_t LoadedPlugin::latency() {

@@ -5,6 +5,7 @@
 #include <lv2/urid/urid.h>
 
 #include <array>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,9 +15,8 @@ extern LV2_URID_Map uridMap;
 
 /// The built plug-ins' folder, read by lilv.
 LilvWorld* pluginWorld();
-/// The codes of the effects of all plug-ins.
 std::vector<std::string> pluginCodes();
-/// The plug-in of the effect with that code; null when there is none.
+/// Null when there is none.
 const LilvPlugin* listedPlugin(const std::string& code);
 /// Of all ports, by index.
 std::vector<std::string> portSymbols(const std::string& code);
@@ -33,6 +33,9 @@ Node uriNode(const std::string& uri);
 class LoadedPlugin {
  public:
   using Samples = std::vector<std::vector<float>>;  // left and right
+  struct Port {
+    float value, minimum, maximum;
+  };
 
   /// Without an instance when the plug-in refuses.
   explicit LoadedPlugin(const std::string& code, double sampleRate = 44100);
@@ -41,10 +44,9 @@ class LoadedPlugin {
   LoadedPlugin& operator=(const LoadedPlugin&) = delete;
 
   bool isOpen() const { return instance_; }
-  bool has(const std::string& symbol) const { return indexOf(symbol) < symbols_.size(); }
-  float& control(const std::string& symbol) { return controls_.at(indexOf(symbol)); }
-  float minimum(const std::string& symbol) const { return minima_.at(indexOf(symbol)); }
-  float maximum(const std::string& symbol) const { return maxima_.at(indexOf(symbol)); }
+  bool has(const std::string& symbol) const { return ports_.contains(symbol); }
+  Port& port(const std::string& symbol) { return ports_.at(symbol); }
+  float& control(const std::string& symbol) { return port(symbol).value; }
   /// Control inputs.
   const std::vector<std::string>& inputs() const { return inputs_; }
   /// In frames, as its port says.
@@ -60,12 +62,11 @@ class LoadedPlugin {
   void tellTempo(float beatsPerMinute);
 
  private:
-  size_t indexOf(const std::string& symbol) const;
   /// A sequence of atoms, no better aligned than some hosts have it.
   LV2_Atom* time() { return reinterpret_cast<LV2_Atom*>(time_.data() + 4); }
 
   LilvInstance* instance_ = nullptr;
-  std::vector<std::string> symbols_, inputs_;
-  std::vector<float> controls_, minima_, maxima_;
+  std::map<std::string, Port> ports_;
+  std::vector<std::string> inputs_;
   alignas(8) std::array<uint8_t, 260> time_ = {};
 };

@@ -1,32 +1,15 @@
 #include "AllocationCount.h"
 
-#include <atomic>
-
-namespace {
-
-std::atomic<size_t> count = 0;
-thread_local size_t heapCalls = 0;
-
-void countAllocation() {
-  ++count;
-  ++heapCalls;
-}
-
-}  // namespace
+static thread_local size_t heapCalls = 0;
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*)(const volatile void*, size_t),
                                                          void (*)(const volatile void*));
 
-namespace {
-
-void install() {
-  static const int installed = __sanitizer_install_malloc_and_free_hooks(
-      [](const volatile void*, size_t) { countAllocation(); }, [](const volatile void*) { ++heapCalls; });
-  static_cast<void>(installed);
+static void install() {
+  [[maybe_unused]] static const int installed = __sanitizer_install_malloc_and_free_hooks(
+      [](const volatile void*, size_t) { ++heapCalls; }, [](const volatile void*) { ++heapCalls; });
 }
-
-}  // namespace
 #else
 extern "C" {
 void* __libc_malloc(size_t);
@@ -36,22 +19,22 @@ void* __libc_memalign(size_t, size_t);
 void __libc_free(void*);
 
 void* malloc(size_t size) {
-  countAllocation();
+  ++heapCalls;
   return __libc_malloc(size);
 }
 
 void* calloc(size_t number, size_t size) {
-  countAllocation();
+  ++heapCalls;
   return __libc_calloc(number, size);
 }
 
 void* realloc(void* memory, size_t size) {
-  countAllocation();
+  ++heapCalls;
   return __libc_realloc(memory, size);
 }
 
 void* aligned_alloc(size_t alignment, size_t size) {
-  countAllocation();
+  ++heapCalls;
   return __libc_memalign(alignment, size);
 }
 
@@ -61,17 +44,8 @@ void free(void* memory) {
 }
 }
 
-namespace {
-
-void install() {}
-
-}  // namespace
+static void install() {}
 #endif
-
-size_t allocationCount() {
-  install();
-  return count;
-}
 
 size_t heapCallsOfThread() {
   install();

@@ -70,18 +70,13 @@ void EffectBench::reset() {
   check(AudioUnitReset(unit(), kAudioUnitScope_Global, 0));
 }
 
-EffectBench::Samples EffectBench::render(const Samples& input, UInt32 block) {
-  return renderAround(
-      input, 0, [] {}, block);
-}
-
-EffectBench::Samples EffectBench::renderAround(const Samples& input, UInt32 at,
-                                               const std::function<void()>& change, UInt32 block) {
+EffectBench::Samples EffectBench::render(const Samples& input, UInt32 at,
+                                         const std::function<void()>& change) {
   const auto frames = static_cast<UInt32>(input[0].size());
   Samples output(block_.size(), std::vector<float>(frames));
   for (UInt32 done = 0, length; done < frames; done += length) {
     if (done == at) change();
-    length = std::min(block, (done < at ? at : frames) - done);
+    length = std::min(runner_->format().maximumFrames, (done < at ? at : frames) - done);
     const float* from[kAudioMaximumChannels];
     float* to[kAudioMaximumChannels];
     for (size_t c = 0; c < input.size(); ++c) from[c] = input[c].data() + done;

@@ -1,11 +1,9 @@
 #pragma once
 
 #include <functional>
-#include <initializer_list>
 #include <memory>
 #include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "AudioUnitProperties.h"
@@ -35,10 +33,9 @@ class EffectBench {
   Float64 latency() const { return seconds(kAudioUnitProperty_Latency); }
   Float64 tailTime() const { return seconds(kAudioUnitProperty_TailTime); }
 
-  Samples render(const Samples& input, UInt32 block = 512);
-  /// The same with something done before frame `at`.
-  Samples renderAround(const Samples& input, UInt32 at, const std::function<void()>& change,
-                       UInt32 block = 512);
+  /// In blocks as long as the format allows, with something done before frame `at`.
+  Samples render(
+      const Samples& input, UInt32 at = 0, const std::function<void()>& change = [] {});
   /// One block of at most the format's frames, without any allocation; what comes out stays inside.
   void renderBlock(const float* const* input, UInt32 frames);
 
@@ -57,13 +54,12 @@ Float32 partOf(const EffectParameter& parameter, float part);
 /// Of all effects of ours, which this registers.
 std::vector<std::string> effectCodes();
 
-/// Reproducible noise between -level and level, different for each channel.
+/// Between -level and level, always the same, and different for each channel.
 EffectBench::Samples noise(UInt32 channels, size_t frames, float level);
 /// The same sine on both of two channels, from phase 0; `level` in dBFS.
 EffectBench::Samples sine(double frequency, double level, size_t frames, double rate = 44100);
-/// One frame of full scale, then silence.
 EffectBench::Samples impulse(UInt32 channels, size_t frames);
-/// How strongly a response to an impulse answers a frequency in Hz, as a factor.
+/// Of a response to an impulse, at a frequency in Hz, as a factor.
 double magnitude(std::span<const float> response, double frequency, double rate = 44100);
 /// By how much the slope changes at most from one sample to the next; at a step of the level by its height.
 double largestBend(std::span<const float> samples, size_t from = 0);
