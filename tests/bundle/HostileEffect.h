@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <limits>
-#include <memory>
 #include <span>
 #include <stdexcept>
-#include <vector>
 
 #include "AUEffectBase.h"
 #include "AudioUnitProperties.h"
@@ -24,14 +22,9 @@ struct Faults {
 /// An effect with the parameters of another that breaks its word as `faults` says at the moment.
 class HostileEffect : public AUEffectBase {
  public:
-  HostileEffect(std::shared_ptr<const std::vector<AUParameterRow>> rows, Faults& faults)
-      : AUEffectBase({.parameters = *rows,
-                      .presets = {},
-                      .minimumSampleRate = 500,
-                      .monoToStereo = true,
-                      .hasRenderQuality = true}),
-        rows_(std::move(rows)),
-        faults_(faults) {}
+  /// Neither is copied.
+  HostileEffect(std::span<const AUParameterRow> rows, Faults& faults)
+      : AUEffectBase({rows, {}, 500, true, true}), faults_(faults) {}
 
   OSStatus propertyInfo(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element, UInt32& size,
                         bool& writable) const override {
@@ -68,6 +61,5 @@ class HostileEffect : public AUEffectBase {
       for (float* channel : channels) std::fill_n(channel, frames, std::numeric_limits<float>::quiet_NaN());
   }
 
-  std::shared_ptr<const std::vector<AUParameterRow>> rows_;
   Faults& faults_;
 };

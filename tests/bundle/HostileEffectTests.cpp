@@ -1,5 +1,4 @@
-// Effects that do not keep their side of the bargain, under every editor: nothing breaks, and what is wrong
-// is said once.
+// Under every editor: nothing breaks, and what is wrong is said once.
 
 #include <gtest/gtest.h>
 
@@ -21,22 +20,21 @@ class HostileEffects : public testing::Test, public EditorStage {
  protected:
   ~HostileEffects() override { close(); }
 
-  /// False when there is no editor of it, which is an answer too.
   bool openHostile(Component real) {
+    close();
     forgetLog();
-    const auto rows = std::make_shared<std::vector<AUParameterRow>>();
+    rows.clear();
     const Unit model = openUnit(real);
     for (const EffectParameter& p : effectParameters(model.get())) {
       AudioUnitParameterInfo info;
       UInt32 size = sizeof info;
       AudioUnitGetProperty(model.get(), kAudioUnitProperty_ParameterInfo, 0, p.id, &info, &size);
-      rows->push_back({p.id, "some parameter", info.unit, p.minValue, p.maxValue, p.defaultValue,
-                       p.flags & ~UInt32{kAudioUnitParameterFlag_ValuesHaveStrings}});
+      rows.push_back({p.id, "some parameter", info.unit, p.minValue, p.maxValue, p.defaultValue,
+                      p.flags & ~UInt32{kAudioUnitParameterFlag_ValuesHaveStrings}});
     }
     return open(openUnit(
-        standIn(effectCode(real), [this, rows] { return std::make_unique<HostileEffect>(rows, faults); })));
+        standIn(effectCode(real), [this] { return std::make_unique<HostileEffect>(rows, faults); })));
   }
-  /// For each effect of this system: closes what the test leaves open, and sees that nothing was said twice.
   void forEach(const std::function<void(Component)>& test) {
     for (const Component real : allEffects()) {
       SCOPED_TRACE(effectCode(real));
@@ -58,26 +56,24 @@ class HostileEffects : public testing::Test, public EditorStage {
       AUEventListenerNotify(nullptr, nullptr, &event);
     }
   }
-  /// A bit of everything: ticks, automation, a drag of each knob and of the first handle, a redraw.
+  /// A bit of everything: ticks, automation, a drag of each knob and graph, a redraw.
   void use() {
     for (AudioUnitParameterID id = 0; id < 20; ++id) set(id, static_cast<float>(id) * 7);
     advance(0.2);
-    for (const auto* knob : all<jxAURotaryKnob>(*editor)) {
-      press(*knob);
-      moveBy(0, 30);
-      advance(0.1);
+    for (const NSView* view : all<NSView>(*editor)) {
+      if (!dynamic_cast<const jxAURotaryKnob*>(view) && !dynamic_cast<const jxAUGraphDisplay*>(view))
+        continue;
+      press(*view);
+      moveBy(5, 30);
+      advance(0.05);
       release();
-      wheel(middleOf(*knob), 1);
-    }
-    for (const auto* graph : all<jxAUGraphDisplay>(*editor)) {
-      press(*graph);
-      moveBy(5, 5);
-      release();
+      wheel(middleOf(*view), 1);
     }
     advance(0.2);
     window->snapshot();
   }
 
+  std::vector<AUParameterRow> rows;
   Faults faults;
 };
 
@@ -100,7 +96,7 @@ TEST_F(HostileEffects, RefuseAnyOneOfTheirProperties) {
 }
 
 TEST_F(HostileEffects, ChangeTheirRangesAndLoseTheirParameters) {
-  for (const float widening : {3.0f, 0.0f, -1.0f})
+  for (const float widening : {3.0f, -1.0f})
     forEach([&](Component real) {
       ASSERT_TRUE(openHostile(real)) << testing::PrintToString(log);
       faults.widening = widening;
@@ -116,23 +112,18 @@ TEST_F(HostileEffects, RenderNoNumbersOrNothingAtAll) {
   for (const auto sound : {Faults::Sound::notANumber, Faults::Sound::refused})
     forEach([&](Component real) {
       ASSERT_TRUE(openHostile(real)) << testing::PrintToString(log);
-      const auto graphs = all<jxAUGraphDisplay>(*editor);
-      const bool isMeasured =
-          find(*editor, "ReverbIRview") || !all<jxAUMeasuredResponseView>(*editor).empty();
-      if (!isMeasured) return;
+      if (!find(*editor, "ReverbIRview") && all<jxAUMeasuredResponseView>(*editor).empty()) return;
       const Bitmap before = picture();
       faults.sound = sound;
-      for (int i = 0; i < 10; ++i) {
+      for (int i = 0; i < 4; ++i) {
         set(1, static_cast<float>(i));
         advance(0.1);
       }
-      // The panel round the plot looks as before.
-      const Bitmap after = picture();
-      const NSRect graph = frameInWindow(*graphs.front());
-      const float w = NSWidth(graph), h = NSHeight(graph), rim = 6;
-      for (const NSRect side : {NSMakeRect(0, 0, w, rim), NSMakeRect(0, h - rim, w, rim),
-                                NSMakeRect(0, 0, rim, h), NSMakeRect(w - rim, 0, rim, h)})
-        EXPECT_EQ(differences(before, after, NSOffsetRect(side, graph.origin.x, graph.origin.y)), 0);
+      // The panel above and below the plot looks as before.
+      const NSRect graph = frameInWindow(*all<jxAUGraphDisplay>(*editor).front());
+      const float rim = 6;
+      for (const float y : {NSMinY(graph), NSMaxY(graph) - rim})
+        EXPECT_EQ(differences(before, picture(), NSMakeRect(NSMinX(graph), y, NSWidth(graph), rim)), 0);
       EXPECT_FALSE(log.empty()) << "it is said that there are no numbers, or no sound";
     });
 }

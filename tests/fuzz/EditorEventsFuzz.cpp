@@ -113,7 +113,7 @@ class Operations : public EditorStage {
   }
   void changeTempo() {
     hostTempo = input_.any<double>();
-    setProperty(kAudioUnitProperty_HostCallbacks, HostCallbackInfo{.beatAndTempoProc = &tellTempo});
+    setGlobal(unit, kAudioUnitProperty_HostCallbacks, HostCallbackInfo{.beatAndTempoProc = &tellTempo});
   }
   void reopen() {
     Unit kept = std::move(unit);
@@ -178,9 +178,9 @@ class Operations : public EditorStage {
       [this] { setAny(); },
       [this] { moveMeter(); },
       [this] {
-        setProperty(kAudioUnitProperty_PresentPreset, AUPreset{static_cast<SInt32>(input_.below(6))});
+        setGlobal(unit, kAudioUnitProperty_PresentPreset, AUPreset{static_cast<SInt32>(input_.below(6))});
       },
-      [this] { setProperty(kAudioUnitProperty_RenderQuality, UInt32{input_.byte()}); },
+      [this] { setGlobal(unit, kAudioUnitProperty_RenderQuality, UInt32{input_.byte()}); },
       [this] {
         moveWindow({window->frame().origin, anySize()});
       },

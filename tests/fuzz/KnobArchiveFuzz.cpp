@@ -23,7 +23,7 @@ void use(const std::shared_ptr<NSObject>& object) {
 
   Stage stage;
   knob->setFrame(NSMakeRect(0, 0, 41, 41));
-  stage.showInside({81, 81}, knob);
+  stage.show(knob);
   stage.wheel({40, 40}, 3);
   must(std::isfinite(knob->doubleValue()), "a knob has a value after the wheel");
   stage.press(*knob);
