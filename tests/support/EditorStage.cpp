@@ -4,7 +4,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "EffectInstance.h"
 #include "EffectParameters.h"
 #include "RegisterEffects.h"
 #include "jxAUCompGraphView.h"
@@ -22,12 +21,6 @@ NSPoint pointOfAxes(const NSView& graph, float x, float y) {
   if (const auto* compressor = dynamic_cast<const jxAUCompGraphView*>(&graph))
     return compressor->pointForIndB_outdB(x, y);
   return dynamic_cast<const mcmp_CrossoverView&>(graph).graphPositionForFreq(x);
-}
-
-NSPoint pointOfHandle(NSView& graph, unsigned number) {
-  auto& handles = dynamic_cast<jxAUHandleGraphDisplay&>(graph);
-  handles.calculateHandles();
-  return handles.getPointForHandle(number);
 }
 
 }  // namespace
@@ -49,14 +42,6 @@ const EditorBundle& EditorStage::bundle() {
     return made;
   }();
   return *linked;
-}
-
-void EditorStage::open(const std::string& code) {
-  open(registeredEffect(code));
-}
-
-void EditorStage::open(Component component) {
-  if (!open(openUnit(component))) throw std::runtime_error("there is no editor");
 }
 
 bool EditorStage::open(Unit opened) {
@@ -87,7 +72,9 @@ void EditorStage::set(unsigned parameter, float value) {
   AUParameterSet(listener_, this, &address, value, 0);
 }
 
-void EditorStage::listen() {
+Lines EditorStage::heard() {
+  turn();
+  if (listener_) return std::exchange(heard_, {});
   const auto hear = [](void* self, void*, const AudioUnitEvent* event, UInt64, Float32 value) {
     const auto id = event->mArgument.mParameter.mParameterID;
     hearWrite(static_cast<EditorStage*>(self)->heard_, std::to_string(id), value);
@@ -97,12 +84,7 @@ void EditorStage::listen() {
     const auto event = AudioUnitEvent::parameterChange(addressOf(unit, p.id));
     AUEventListenerAddEventType(listener_, this, &event);
   }
-}
-
-Lines EditorStage::heard() {
-  if (!listener_) listen();
-  turn();
-  return std::exchange(heard_, {});
+  return {};
 }
 
 NSPoint EditorStage::place(const std::string& name) {
@@ -111,12 +93,15 @@ NSPoint EditorStage::place(const std::string& name) {
   unsigned handle = 0;
   float x = 0, y = 0, dx = 0, dy = 0;
   NSPoint point;
-  if (std::sscanf(rest.c_str(), "#%u+%f,%f", &handle, &dx, &dy) >= 1)
-    point = pointOfHandle(view, handle);
-  else if (std::sscanf(rest.c_str(), "@%f,%f+%f,%f", &x, &y, &dx, &dy) >= 2)
+  if (std::sscanf(rest.c_str(), "#%u+%f,%f", &handle, &dx, &dy) >= 1) {
+    auto& graph = dynamic_cast<jxAUHandleGraphDisplay&>(view);
+    graph.calculateHandles();
+    point = graph.getPointForHandle(handle);
+  } else if (std::sscanf(rest.c_str(), "@%f,%f+%f,%f", &x, &y, &dx, &dy) >= 2) {
     point = pointOfAxes(view, x, y);
-  else
+  } else {
     return Stage::place(name);
+  }
   return view.convertPoint_toView({point.x + dx, point.y + dy}, nullptr);
 }
 

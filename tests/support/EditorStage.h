@@ -16,11 +16,10 @@ class EditorStage : public Stage {
   ~EditorStage() override;
   static const EditorBundle& bundle();
 
-  /// The editor of a registered effect of this system, drawn. Throws std::runtime_error when there is none.
-  void open(const std::string& code);
-  void open(Component component);
-  /// The same for an effect that was opened; false, and nothing is shown, when it gets no editor.
+  /// The effect's editor, drawn; false, and nothing is shown, when it gets none.
   bool open(Unit opened);
+  bool open(Component component) { return open(openUnit(component)); }
+  bool open(const std::string& code) { return open(registeredEffect(code)); }
   /// Closes what is shown and waits until no timer holds it any more.
   void closeEditor();
   /// And the effect.
@@ -29,10 +28,6 @@ class EditorStage : public Stage {
   float parameter(AudioUnitParameterID id) const { return valueOf(unit, id); }
   /// As a host's automation: every listener hears of it, but not heard().
   void set(unsigned parameter, float value) override;
-  template <class T>
-  void setProperty(AudioUnitPropertyID id, const T& value, AudioUnitScope scope = kAudioUnitScope_Global) {
-    setGlobal(unit, id, value, scope);
-  }
   Lines heard() override;
   NSPoint place(const std::string& name) override;
 
@@ -41,15 +36,12 @@ class EditorStage : public Stage {
   View& outlet(const std::string& name) const {
     return dynamic_cast<View&>(outletOf(*editor, name));
   }
-  /// What the editor draws.
   Bitmap picture() const { return drawn(*editor); }
 
   Unit unit;
   std::shared_ptr<NSView> editor;
 
  private:
-  void listen();
-
   AUEventListenerRef listener_ = nullptr;
   Lines heard_;
 };

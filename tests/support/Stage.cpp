@@ -1,5 +1,6 @@
 #include "Stage.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -18,13 +19,6 @@ NSView* partOf(NSView& control, const std::string& part) {
   for (NSTextField* field : all<NSTextField>(control))
     if (part == "field" && field->acceptsTyping()) return field;
   return nullptr;
-}
-
-/// The edge of a stroke comes out a little different where a clip cuts it.
-bool differ(const Pixel& a, const Pixel& b) {
-  for (size_t i = 0; i < a.size(); ++i)
-    if (std::abs(a[i] - b[i]) > 8) return true;
-  return false;
 }
 
 }  // namespace
@@ -60,14 +54,6 @@ void Stage::show(const std::shared_ptr<NSView>& view) {
   takeDamage();
 }
 
-void Stage::showInside(NSSize size, const std::shared_ptr<NSView>& view) {
-  const auto ground = std::make_shared<NSView>(NSRect{{0, 0}, size});
-  const NSSize own = view->frame().size;
-  view->setFrame({{(size.width - own.width) / 2, (size.height - own.height) / 2}, own});
-  ground->addSubview(view);
-  show(ground);
-}
-
 NSView& Stage::viewNamed(std::string& name) const {
   const auto cut = [&name](const char* before) {
     const size_t end = std::min(name.find_first_of(before), name.size());
@@ -75,11 +61,10 @@ NSView& Stage::viewNamed(std::string& name) const {
     name.erase(0, end);
     return part;
   };
-  const std::string outlet = cut(".#@+");
   NSView* view = window->contentView();
-  if (!outlet.empty()) view = &outletOf(*view, outlet);
+  if (const std::string outlet = cut(".#@+"); !outlet.empty()) view = &outletOf(*view, outlet);
   if (name.starts_with('.')) view = partOf(*view, cut("#@+").substr(1));
-  if (!view) throw std::invalid_argument(outlet + " has no such part");
+  if (!view) throw std::invalid_argument("there is no such part");
   return *view;
 }
 
@@ -97,10 +82,6 @@ NSPoint Stage::middleOf(const NSView& view) {
   return view.convertPoint_toView({size.width / 2, size.height / 2}, nullptr);
 }
 
-void Stage::press(NSPoint inWindow, unsigned modifiers, int clickCount) {
-  display.press(onScreen(inWindow), modifiers, clickCount);
-}
-
 unsigned Stage::colorAt(NSPoint inWindow) const {
   const auto [r, g, b, a] = at(*window->snapshot(), inWindow.x, inWindow.y);
   return static_cast<unsigned>(r) << 16 | static_cast<unsigned>(g) << 8 | b;
@@ -111,11 +92,13 @@ Bitmap drawn(NSView& view, float scale) {
 }
 
 int differences(const Bitmap& a, const Bitmap& b, NSRect where) {
+  // The edge of a stroke comes out a little different where a clip cuts it.
+  const auto isLike = [](int one, int other) { return std::abs(one - other) <= 8; };
   int count = 0;
   const float step = 1 / a.scale();
   for (float y = NSMinY(where) + step / 2; y < NSMaxY(where); y += step)
     for (float x = NSMinX(where) + step / 2; x < NSMaxX(where); x += step)
-      count += differ(at(a, x, y), at(b, x, y));
+      count += !std::ranges::equal(at(a, x, y), at(b, x, y), isLike);
   return count;
 }
 

@@ -17,8 +17,6 @@ class Stage : public Hands {
  public:
   explicit Stage(float scale = 1);
   ~Stage() override;
-  Stage(const Stage&) = delete;
-  Stage& operator=(const Stage&) = delete;
 
   static void turn() { NSRunLoop::currentRunLoop().runTurn(); }
   void advance(double seconds) override;
@@ -29,16 +27,15 @@ class Stage : public Hands {
   void put(const std::shared_ptr<NSView>& view);
   /// The same, drawn and open for 0.2 seconds.
   void show(const std::shared_ptr<NSView>& view);
-  /// The same with the view in the middle of an empty content of that size.
-  void showInside(NSSize size, const std::shared_ptr<NSView>& view);
 
   NSPoint place(const std::string& name) override;
   static NSPoint middleOf(const NSView& view);
   static NSRect frameInWindow(const NSView& view) { return view.convertRect_toView(view.bounds(), nullptr); }
   NSPoint onScreen(NSPoint inWindow) const { return window->convertBaseToScreen(inWindow); }
 
-  void press(NSPoint inWindow, unsigned modifiers = 0, int clickCount = 1) override;
-  /// Presses its middle.
+  void press(NSPoint inWindow, unsigned modifiers = 0, int clickCount = 1) override {
+    display.press(onScreen(inWindow), modifiers, clickCount);
+  }
   void press(const NSView& view, unsigned modifiers = 0) { press(middleOf(view), modifiers); }
   void moveBy(float dx, float dy, unsigned modifiers = 0) override { display.moveBy(dx, dy, modifiers); }
   void release() override { display.release(); }
@@ -46,7 +43,6 @@ class Stage : public Hands {
   void key(NSKey key, unsigned modifiers = 0) override { display.key(key, modifiers); }
   void type(const std::string& text, unsigned modifiers = 0) override { display.type(text, modifiers); }
   std::string play(std::string_view script) { return ::play(*this, script); }
-  /// The window, as the display sees it.
   DisplayClient& client() const { return display.windows().front()->client(); }
 
   /// What was presented since the last call.
