@@ -42,7 +42,7 @@ constexpr struct {
      "1 = 222.15, 2 = 5.4348"},
     {"filt", "press freqResponseView#2; drag 0 -20 option shift; drag -10 0 option; release", "8 = 1.6"},
     // Of a field and its knob: what is taken, and when.
-    {"mcmp", "click threshold1.field; type -1e9<return>", "5 = -100"},
+    {"filt", "set 12 1; wait 0.1; click param12.menu; type <home><return>", "12 = 0"},
     {"mcmp", "click threshold1.field; type abc<return>", ""},
     {"mcmp", "click threshold1.field; type <tab>", ""},
     {"mcmp", "click threshold1.field; type -64", ""},
@@ -102,11 +102,14 @@ TEST_F(Editor, GesturesReachItsEffect) {
   EXPECT_NEAR(display.pointer().x, onScreen(handle).x + 50, 0.01f) << "the pointer comes back at the handle";
 }
 
-TEST_F(Editor, ReturnsToTheDefaultNotToWhereItBegan) {
+TEST_F(Editor, ItsFieldsAndKnobsShowWhatWasTaken) {
+  open("mcmp");
+  EXPECT_EQ(play("click threshold1.field; type -1e9<return>"), "5 = -100");
+  EXPECT_EQ(all<NSTextField>(outlet("threshold1")).back()->stringValue(), "-100");
   Unit moved = openUnit(registeredEffect("sdly"));
   hostSets(moved, 0, 441);
   open(std::move(moved));
-  EXPECT_EQ(play("click inToOutDelay.knob option"), "0 = 0");
+  EXPECT_EQ(play("click inToOutDelay.knob option"), "0 = 0") << "its default, not where it began";
 }
 
 TEST_F(Editor, MenusFollowTheirParametersWhenTheyAreClosed) {
