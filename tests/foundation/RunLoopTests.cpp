@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -61,16 +63,18 @@ TEST(RunLoop, APostThatThrowsStopsNoOther) {
 
 TEST(RunLoop, APostFromAnotherThreadEndsTheWait) {
   NSRunLoop loop;
-  std::thread::id ranOn;
-  std::thread poster([&] {
+  std::promise<bool> isHere;
+  std::thread poster([&, here = std::this_thread::get_id()] {
     loop.post([&] {
-      ranOn = std::this_thread::get_id();
+      isHere.set_value(std::this_thread::get_id() == here);
       loop.stop();
     });
+    auto served = isHere.get_future();
+    EXPECT_EQ(served.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    EXPECT_TRUE(served.get());
   });
-  loop.run(NSDate::timeIntervalSinceReferenceDate() + 60);
+  loop.run(NSDate::timeIntervalSinceReferenceDate() + 30);
   poster.join();
-  EXPECT_EQ(ranOn, std::this_thread::get_id());
 }
 
 TEST_F(Timers, KeepTheirGridAndDropMissedTicks) {

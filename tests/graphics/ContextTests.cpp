@@ -6,16 +6,18 @@
 #include "NSException.h"
 #include "NSImage.h"
 
-TEST(GraphicsState, ARestoreWithoutItsSaveThrowsAndLeavesTheContextUsable) {
+TEST(GraphicsState, ASaveKeepsTheClipAndARestoreWithoutItThrows) {
   LogLines log;
   const Bitmap bitmap = painted({2, 2}, 1, [] {
+    NSBezierPath::bezierPathWithRect(NSMakeRect(0, 0, 1, 2))->addClip();
     NSGraphicsContext::saveGraphicsState();
+    NSBezierPath::fillRect(NSMakeRect(0, 0, 2, 1));
     NSGraphicsContext::restoreGraphicsState();
     EXPECT_THROW(NSGraphicsContext::restoreGraphicsState(), NSException);
-    NSBezierPath::fillRect(NSMakeRect(0, 0, 2, 2));
+    NSBezierPath::fillRect(NSMakeRect(0, 1, 2, 1));
   });
   EXPECT_EQ(log.count("*** Assertion failure"), 1);
-  EXPECT_EQ(at(bitmap, 1, 1), black);
+  EXPECT_EQ(letters(bitmap), (std::vector<std::string>{"k.", "k."}));
 }
 
 TEST(Focus, DrawingIntoAnImageLeavesTheContextRoundItAloneAndSuitsItsScale) {

@@ -42,7 +42,7 @@ TEST_F(ImageFiles, APartIsStretchedWithoutItsNeighboursAndPiecesLeaveNoSeam) {
   }));
   const float width = 31.2f, height = 22.7f;
   const float from[] = {0, 3, 5, 8}, xs[] = {0, 3, width - 3, width}, ys[] = {0, 3, height - 3, height};
-  for (const float scale : {1.0f, 1.5f}) {
+  for (const float scale : {1.0f, 1.5f, 2.0f}) {
     const Bitmap bitmap = painted({40, 30}, scale, [&] {
       NSGraphicsContext::currentContext()->translate(2.2f, 3.4f);
       for (size_t x = 0; x < 3; ++x)
