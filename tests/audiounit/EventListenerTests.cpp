@@ -161,16 +161,9 @@ TEST_F(Listeners, AnOverflowLosesNothing) {
 }
 
 TEST_F(Listeners, HearOfAPropertyOnlyWhenItChanged) {
-  const AUEventListenerRef listener = create();
-  const std::pair<AudioUnitPropertyID, std::function<void()>> changes[] = {
-      {kAudioUnitProperty_Latency, [&] { dynamic_cast<TestEffect&>(*unit).setLatency(0.25); }},
-      {kAudioUnitProperty_SampleRate, [&] { setGlobal(unit, kAudioUnitProperty_SampleRate, 48000.0); }},
-  };
-  for (const auto& [id, change] : changes) {
-    addProperty(listener, a, id);
-    change();
-    EXPECT_EQ(heardIn(1), Log{"a P" + std::to_string(id)});
-    change();
-    EXPECT_EQ(heardIn(1), Log{}) << id;
+  addProperty(create(), a, kAudioUnitProperty_SampleRate);
+  for (const Log& expected : {Log{"a P2"}, Log{}}) {
+    setGlobal(unit, kAudioUnitProperty_SampleRate, 48000.0);
+    EXPECT_EQ(heardIn(1), expected);
   }
 }
