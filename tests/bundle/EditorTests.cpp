@@ -21,15 +21,11 @@ constexpr struct {
   const char *effect, *script, *heard;
 } exactGestures[] = {
     {"mcmp", "press crossoverView#0; drag to crossoverView@200,0; release", "2 = 200"},
-    {"mcmp", "press crossoverView#2; drag to crossoverView@5000,0; release", "4 = 5000"},
     {"filt", "press freqResponseView#0; drag to freqResponseView@200,6; release", "1 = 200, 2 = 6"},
-    {"filt", "press freqResponseView#3; drag to freqResponseView@3000,-3; release", "9 = 3000, 10 = -3"},
     {"filt", "press freqResponseView#4; drag to freqResponseView@6000,10; release", "13 = 6000, 14 = 10"},
     {"filt", "press freqResponseView#3; drag 0 -20 option; release", "11 = 2"},
-    {"hshf", "press graphView#0; drag to graphView@6000,-6; release", "0 = 6000, 1 = -6"},
     {"pmeq", "press graphView#0; drag to graphView@1000,-6; release", "0 = 1000, 2 = -6"},
     {"pmeq", "set 1 1.414214; press graphView#0; drag 0 -20 option; release", "1 = 1.1314"},
-    {"bpas", "press graphView#0; drag 0 -20 option; release", "1 = 1800"},
     {"bpas", "press graphView#0; drag to graphView@1000,6; release", "0 = 1000"},
     // Of a handle: who is near enough, and how far it goes.
     {"lpas", "press graphView#0+10,0; drag 30 0; release", ""},
@@ -44,7 +40,6 @@ constexpr struct {
     // Of a field and its knob: what is taken, and when.
     {"filt", "set 12 1; wait 0.1; click param12.menu; type <home><return>", "12 = 0"},
     {"mcmp", "click threshold1.field; type abc<return>", ""},
-    {"mcmp", "click threshold1.field; type <tab>", ""},
     {"mcmp", "click threshold1.field; type -64", ""},
     {"mcmp", "click threshold1.field; type -64; press +5,5; release", "5 = -64"},
     {"dely", "click delayTime.field; type 1.2345678 s<tab>", "1 = 1.2346"},
@@ -96,9 +91,7 @@ TEST_F(Editor, GesturesReachItsEffect) {
   }
   open("mcmp");
   const NSPoint handle = place("crossoverView#1");
-  play("press crossoverView#1; drag 40 7; drag 100 0 shift");
-  EXPECT_NEAR(place("crossoverView#1").x, handle.x + 50, 0.01f);
-  release();
+  play("press crossoverView#1; drag 40 7; drag 100 0 shift; release");
   EXPECT_NEAR(display.pointer().x, onScreen(handle).x + 50, 0.01f) << "the pointer comes back at the handle";
 }
 

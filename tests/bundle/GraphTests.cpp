@@ -44,20 +44,6 @@ TEST_F(GraphDisplay, LinesThatStandCloseGetThinLoseTheirLabelsAndAreRefused) {
   }
 }
 
-TEST_F(GraphDisplay, LinesSnapToPixelCentresAndStayOffTheEdges) {
-  const std::pair<float, int> rows[] = {{50.99f, 50}, {182.9f, 182}, {183, -1}, {11, -1}};
-  for (const auto& [y, pixel] : rows) {
-    const auto graph = make();
-    const Bitmap before = drawn(*graph);
-    EXPECT_TRUE(add(*graph, true, y)) << y;
-    const Bitmap after = drawn(*graph);
-    for (int row = 0; row < 200; ++row) {
-      const auto line = static_cast<float>(row);
-      EXPECT_EQ(at(before, 160, line) != at(after, 160, line), row == pixel) << y << " pixel " << row;
-    }
-  }
-}
-
 class Meter : public testing::Test, public EditorStage {
  protected:
   Meter() { unit = openTestEffect(); }
@@ -100,13 +86,6 @@ TEST_F(Meter, ScrollsFromTheRightAndForgetsTheOldest) {
   push(10, 10);
   EXPECT_TRUE(filled(NSMaxX(plot) - step, 9.3f));
   EXPECT_FALSE(filled(NSMaxX(plot) - step, 10.7f));
-}
-
-TEST_F(Meter, IsMarkedOnlyWhileSomethingWouldChange) {
-  watch(10);
-  EXPECT_FALSE(push(0, 3)) << "still all zero";
-  for (int i = 0; i < 10; ++i) EXPECT_TRUE(push(5)) << i;
-  EXPECT_FALSE(push(5));
 }
 
 TEST_F(Meter, FollowsTheListOfParameters) {

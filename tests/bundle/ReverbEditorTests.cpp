@@ -94,6 +94,20 @@ TEST_F(ReverbEditor, TheRoomsFollowTheirOwnParametersAndTurn) {
   EXPECT_EQ(phase(), -81);
 }
 
+TEST_F(ReverbEditor, ARoomsPictureShowsItsDensityAndIsStraightWhileItStandsStill) {
+  open("mrev");
+  auto& room = outlet<QCView>("smallQC");
+  const auto changes = [&](const char* input, float value) {
+    const Bitmap before = drawn(room);
+    room.setValue_forInputKey(value, input);
+    return differences(before, drawn(room), room.bounds()) > 0;
+  };
+  changes("modDegree", 0);
+  EXPECT_FALSE(changes("modDepth", 0) || changes("modDepth", 1));
+  EXPECT_TRUE(changes("modDegree", 45));
+  EXPECT_TRUE(changes("reverbDensity", 0.9f));
+}
+
 TEST_F(ReverbEditor, KnobsHaveTheColoursOfTheirRoomsAndTheRateIsLinear) {
   open("mrev");
   play("set 0 100; set 2 0.05; set 3 100; wait 0.1");

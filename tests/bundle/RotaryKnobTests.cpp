@@ -5,30 +5,19 @@
 #include <cmath>
 #include <numbers>
 
-#include "EditorStage.h"
-#include "NSArchiver.h"
-#include "NSException.h"
-#include "NSUnarchiver.h"
+#include "Stage.h"
 
 namespace {
 
-class RotaryKnob : public testing::Test, public EditorStage {
- protected:
-  static std::shared_ptr<jxAURotaryKnob> make(double min, double max, bool logarithmic = false,
-                                              bool integer = false) {
-    auto made = std::make_shared<jxAURotaryKnob>(NSMakeRect(0, 0, 41, 41));
-    made->setMin_max(min, max);
-    made->setLogarithmic(logarithmic);
-    made->setIntegerOnly(integer);
-    return made;
-  }
-  static std::shared_ptr<jxAURotaryKnob> archivedAndRestored(const jxAURotaryKnob& knob) {
-    const std::string data = NSArchiver::archivedDataWithRootObject(knob);
-    return std::dynamic_pointer_cast<jxAURotaryKnob>(NSUnarchiver::unarchiveObjectWithData(data));
-  }
-};
+std::shared_ptr<jxAURotaryKnob> make(double min, double max, bool logarithmic = false, bool integer = false) {
+  auto made = std::make_shared<jxAURotaryKnob>(NSMakeRect(0, 0, 41, 41));
+  made->setMin_max(min, max);
+  made->setLogarithmic(logarithmic);
+  made->setIntegerOnly(integer);
+  return made;
+}
 
-TEST_F(RotaryKnob, ShowsAValueOfItsRangeAtItsPosition) {
+TEST(RotaryKnob, ShowsAValueOfItsRangeAtItsPosition) {
   const struct {
     double min, max;
     bool logarithmic, integer;
@@ -48,7 +37,7 @@ TEST_F(RotaryKnob, ShowsAValueOfItsRangeAtItsPosition) {
   }
 }
 
-TEST_F(RotaryKnob, ItsWedgeLeadsFromTheBeginningOrTheMiddleToTheValue) {
+TEST(RotaryKnob, ItsWedgeLeadsFromTheBeginningOrTheMiddleToTheValue) {
   constexpr int angles[] = {235, 215, 170, 120, 95,
                             85,  60,  10,  -35, -55};  // counter-clockwise from the right
   const struct {
@@ -76,23 +65,6 @@ TEST_F(RotaryKnob, ItsWedgeLeadsFromTheBeginningOrTheMiddleToTheValue) {
       EXPECT_EQ(filled, row.filled) << (row.panStyle ? "pan " : "") << row.position << " at scale " << scale;
     }
   }
-}
-
-TEST_F(RotaryKnob, ComesBackFromAnArchiveOrIsRefused) {
-  const auto knob = make(20, 20000, true);
-  knob->setDoubleValue(440);
-  knob->setNumberOfTickMarks(11);
-  knob->showEndpoints(true);
-  knob->setKnobColor(colorOf(green));
-  knob->setMarkerColor(knob->knobColor());
-  const auto copy = archivedAndRestored(*knob);
-  EXPECT_EQ(copy->markerColor(), copy->knobColor());
-  EXPECT_EQ(differences(drawn(*copy), drawn(*knob), copy->bounds()), 0);
-  EXPECT_EQ(copy->doubleValue(), knob->doubleValue());
-  knob->setMin_max(0, 10);  // has no logarithm any more
-  EXPECT_FALSE(archivedAndRestored(*knob)->logarithmic());
-  knob->setMarkerColor(nullptr);
-  EXPECT_THROW(archivedAndRestored(*knob), NSException);
 }
 
 }  // namespace
