@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <cstring>
-#include <string>
 
 /// The bytes of one input, read from the front as choices and numbers. Past the end everything is 0.
 class FuzzBytes {
@@ -22,11 +21,6 @@ class FuzzBytes {
     T value;
     std::memcpy(&value, bytes, sizeof value);
     return value;
-  }
-  std::string rest() {
-    const std::string text(reinterpret_cast<const char*>(data_), left_);
-    left_ = 0;
-    return text;
   }
 
  private:

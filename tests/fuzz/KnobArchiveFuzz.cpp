@@ -18,18 +18,12 @@ void use(const std::shared_ptr<NSObject>& object) {
   const auto knob = std::dynamic_pointer_cast<jxAURotaryKnob>(object);
   if (!knob) return;
   must(std::isfinite(knob->doubleValue()), "a restored knob has a value");
-  painted({64, 64}, 1, [&] { knob->displayRect({{0, 0}, {64, 64}}); });
+  drawn(*knob);
   knob->showTicks();
-
   Stage stage;
   knob->setFrame(NSMakeRect(0, 0, 41, 41));
   stage.show(knob);
-  stage.wheel({40, 40}, 3);
-  must(std::isfinite(knob->doubleValue()), "a knob has a value after the wheel");
-  stage.press(*knob);
-  stage.moveBy(3, 20);
-  stage.advance(0.2);
-  stage.release();
+  stage.play("wheel +0,0 3; press +0,0; drag 3 20; wait 0.2; release");
   stage.window->close();
   stage.advance(2);
   must(std::isfinite(knob->doubleValue()), "a turned knob has a value");
