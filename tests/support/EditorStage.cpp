@@ -34,13 +34,10 @@ EditorStage::~EditorStage() {
 }
 
 const EditorBundle& EditorStage::bundle() {
-  static const auto linked = [] {
-    RegisterEffects();
-    std::string error;
-    auto made = EditorBundle::linked(TOVIN_BUNDLE, &TovinBundleClasses, error);
-    if (!made) throw std::runtime_error(error);
-    return made;
-  }();
+  RegisterEffects();
+  static std::string error;
+  static const auto linked = EditorBundle::linked(TOVIN_BUNDLE, &TovinBundleClasses, error);
+  if (!linked) throw std::runtime_error(error);
   return *linked;
 }
 

@@ -7,18 +7,15 @@
 #include <utility>
 
 #include "Class.h"
-#include "NSPopUpButton.h"
 #include "NSTextField.h"
 
 namespace {
 
 /// What `part` of a control means; null when it has none.
 NSView* partOf(NSView& control, const std::string& part) {
-  if (part == "knob") return find(control, "jxAURotaryKnob");
-  if (part == "menu") return find(control, "NSPopUpButton");
   for (NSTextField* field : all<NSTextField>(control))
     if (part == "field" && field->acceptsTyping()) return field;
-  return nullptr;
+  return find(control, part == "knob" ? "jxAURotaryKnob" : part == "menu" ? "NSPopUpButton" : "");
 }
 
 }  // namespace
@@ -110,8 +107,7 @@ NSView& outletOf(NSObject& owner, const std::string& name) {
 }
 
 NSView* find(NSView& tree, const std::string& className) {
-  if (tree.isa().name() == className) return &tree;
-  for (const auto& child : tree.subviews())
-    if (NSView* found = find(*child, className)) return found;
+  for (NSView* view : all<NSView>(tree))
+    if (view->isa().name() == className) return view;
   return nullptr;
 }
