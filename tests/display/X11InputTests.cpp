@@ -1,185 +1,110 @@
-#include <chrono>
-#include <thread>
-
+#include "KeySymText.h"
+#include "NSRunLoop.h"
 #include "X11Test.h"
 
-class X11Input : public X11Test {
- protected:
-  void pressAt(int x, int y) {
-    user.warpTo(x, y);
-    user.press();
-    settle();
-  }
-  void clickAt(int x, int y) {
-    pressAt(x, y);
-    user.release();
-    settle();
-  }
+class X11Input : public X11Test {};
 
-  Recorder client;
-};
-
-TEST_F(X11Input, PressDragsAndReleaseOutsideGoToThePressedWindow) {
-  const auto window = open(client);
-  pressAt(110, 120);
-  EXPECT_EQ(client.last.locationInWindow, NSMakePoint(10.5f, 79.5f));
-  user.moveBy(300, 5);
-  user.moveBy(7, 200);
-  user.release();
-  user.moveBy(1, 1);
-  settle();
-  EXPECT_EQ(client.takeInput(), "down drag up");
-  EXPECT_EQ(client.motion(), "307,205");
-  EXPECT_EQ(client.last.locationInWindow, NSMakePoint(317.5f, -125.5f));
+TEST_F(X11Input, AWindowHearsOfPressesDragsAndTheWheel) {
+  const struct {
+    const char* script;
+    const char* heard;
+  } rows[] = {
+      {"at 110 120 press move 300 5 move 7 200 release move 1 1", "down drag:307,205 up"},
+      {"click 4 click 5 click 6 click 7 click 2 click 3", "wheel:0,1 wheel:0,-1 wheel:1,0 wheel:-1,0"},
+      {"press click 3 click 4 release", "down up"},
+      {"click 1 move 3 0 click 1", "down up down2 up"},
+      {"click 1 move 9 0 click 1", "down up down up"},
+      {"click 1 wait 500 click 1", "down up down up"},
+  };
+  for (const auto& row : rows) {
+    Recorder each;
+    const auto window = open(each);
+    play("at 150 130");
+    play(row.script);
+    EXPECT_EQ(each.takeInput(), row.heard);
+  }
 }
 
 TEST_F(X11Input, PressesBesideAllWindowsComeWhileTheyAreWanted) {
   Recorder other;
   const auto window = open(client);
   const auto second = open(other, NSOffsetRect(place, 400, 0));
-  user.warpTo(110, 120);
-  settle();
+  play("at 110 120");
   EXPECT_EQ(client.pointer, NSMakePoint(10.5f, 79.5f));
   for (const bool wanted : {false, true, false}) {
     window->setForeignPressesWanted(wanted);
-    clickAt(350, 500);
+    play(std::string("at 350 500 click 1 at 510 ") + (wanted ? "140" : "120") + " click 1");
     EXPECT_EQ(client.takeInput(), wanted ? "down up" : "");
-    clickAt(510, 120);
-    EXPECT_EQ(client.takeInput(), "");
     EXPECT_EQ(other.takeInput(), "down up");
   }
   window->setForeignPressesWanted(true);
-  pressAt(110, 120);
+  play("at 110 120 press");
   window->setForeignPressesWanted(false);  // in the middle of a press: its end elsewhere is not seen
-  user.moveBy(0, 300);
-  user.release();
-  clickAt(110, 120);
+  play("move 0 300 release at 140 120 click 1");
   EXPECT_EQ(client.takeInput(), "down lost down up");
 }
 
 TEST_F(X11Input, MotionOfATurnIsOneDragInPointsOfTheScale) {
   openDisplay(2);
-  int drags = 0;
-  client.onEvent = [&](const NSEvent& e) { drags += e.type == NSEventType::leftMouseDragged; };
   const auto window = open(client, NSMakeRect(50, 300, 100, 50));
-  pressAt(110, 120);
-  for (int i = 0; i < 10; ++i) user.moveBy(3, -1);
-  display->screens();
-  NSRunLoop::currentRunLoop().runTurn();
-  EXPECT_EQ(drags, 1);
-  EXPECT_EQ(client.motion(), "15,-5");
+  play("at 110 120 press move 3 -1 move 27 -9");
+  EXPECT_EQ(client.takeInput(), "down drag:15,-5");
+  EXPECT_EQ(client.last.deltaX, 15);
+  EXPECT_EQ(client.last.locationInWindow, NSMakePoint(20.25f, 44.75f));
   user.release();
-  settle();
 }
 
 TEST_F(X11Input, HiddenPointerMovesOnBeyondEveryEdgeAndComesBack) {
-  const std::pair<int, int> directions[] = {{-9, 0}, {9, 0}, {0, -9}, {0, 9}, {-7, 8}};
+  const std::pair<int, int> directions[] = {{-9, 0}, {9, 0}, {0, -9}, {-7, 8}};
   for (const auto& [dx, dy] : directions) {
     Recorder each;
     const auto window = open(each);
-    each.onEvent = [&](const NSEvent& event) {
-      if (event.type == NSEventType::leftMouseDown) window->beginRelativeMotion();
-      if (event.type == NSEventType::leftMouseUp) window->endRelativeMotion({50.5f, 69.5f});
-    };
-    pressAt(150, 130);
-    for (int i = 0; i < 200; ++i) {
-      user.moveBy(dx, dy);
-      if (i % 7 == 0) settle();
-    }
-    user.release();
-    settle();
-    EXPECT_EQ(each.takeInput(), "down drag up");
-    EXPECT_EQ(each.motion(), std::to_string(200 * dx) + "," + std::to_string(200 * dy));
+    play("at 150 130 press");
+    window->beginRelativeMotion();
+    const std::string motion = std::to_string(dx) + " " + std::to_string(dy);
+    for (int i = 0; i < 200; ++i) play("move " + motion);
+    window->endRelativeMotion({50.5f, 69.5f});
+    play("release");
+    EXPECT_EQ(each.takeInput(),
+              "down drag:" + std::to_string(200 * dx) + "," + std::to_string(200 * dy) + " up");
     EXPECT_EQ(user.pointer(), "150,130");
   }
 }
 
 TEST_F(X11Input, APointerThatIsPutSomewhereDuringAPressMakesNoMotion) {
   const auto window = open(client);
-  pressAt(150, 130);
+  play("at 150 130 press");
   window->beginRelativeMotion();
   window->endRelativeMotion({300, -100});
   settle();
-  EXPECT_EQ(client.takeInput(), "down");
-  user.moveBy(3, 2);
-  user.release();
-  settle();
-  EXPECT_EQ(client.takeInput(), "drag up");
-  EXPECT_EQ(client.motion(), "3,2");
-  window->beginRelativeMotion();
-  window->endRelativeMotion({-500, -9999});
-  EXPECT_EQ(user.pointer(), "0,799");
+  play("move 3 2 release");
+  EXPECT_EQ(client.takeInput(), "down drag:3,2 up");
 }
 
-TEST_F(X11Input, WheelNotchesComeOnceAndOtherButtonsNotAtAll) {
+TEST_F(X11Input, KeysTypeTheirTextWithTheModifiersOfTheEvent) {
+  const struct {
+    KeySym held, key;
+    const char* text;
+    NSKey meaning;
+    unsigned modifiers;
+  } rows[] = {{NoSymbol, XK_a, "a", NSKey::other, 0},
+              {XK_Shift_L, XK_a, "A", NSKey::other, NSShiftKeyMask},
+              {XK_Control_L, XK_a, "a", NSKey::other, NSControlKeyMask | NSAlternateKeyMask},
+              {XK_Shift_L, XK_Tab, "", NSKey::tab, NSShiftKeyMask},
+              {XK_Alt_L, XK_KP_End, "", NSKey::end, NSAlternateKeyMask},
+              {XK_Num_Lock, XK_KP_End, "1", NSKey::other, 0},
+              {XK_Num_Lock, XK_KP_Delete, ".", NSKey::other, 0}};
   const auto window = open(client);
-  user.warpTo(150, 130);
-  for (const unsigned button : {4u, 5u, 6u, 7u, 2u, 3u}) user.click(button);
-  settle();
-  EXPECT_EQ(client.takeInput(), "wheel:0,1 wheel:0,-1 wheel:1,0 wheel:-1,0");
-  user.press();
-  user.click(3);
-  user.click(4);
-  user.release();
-  settle();
-  EXPECT_EQ(client.takeInput(), "down up");
-}
-
-TEST_F(X11Input, ClicksAreCountedByTimeAndPlace) {
-  struct {
-    int awayBy;
-    int waitFor;  // milliseconds
-    int count;
-  } const cases[] = {{0, 0, 2}, {3, 0, 2}, {9, 0, 1}, {0, 500, 1}};
-  for (const auto& c : cases) {
-    Recorder each;
-    const auto window = open(each);
-    user.warpTo(150, 130);
-    user.click();
-    std::this_thread::sleep_for(std::chrono::milliseconds(c.waitFor));
-    user.moveBy(c.awayBy, 0);
-    user.click();
+  for (const auto& row : rows) {
+    user.hold(row.held);
+    user.type(row.key);
+    user.letGo(row.held);
+    if (row.held == XK_Num_Lock) user.type(XK_Num_Lock);
     settle();
-    EXPECT_EQ(each.last.clickCount, c.count) << c.awayBy << " pixels, " << c.waitFor << " ms";
+    EXPECT_EQ(client.takeInput(), std::string("key:") + row.text) << row.key;
+    EXPECT_EQ(client.last.key, row.meaning) << row.key;
+    EXPECT_EQ(client.last.modifierFlags, row.modifiers) << row.key;
   }
-}
-
-TEST_F(X11Input, APressThatCanHaveNoReleaseIsLost) {
-  const Window host = user.makeWindow(100, 100, 300, 200);
-  const auto window = embed(client, host);
-  pressAt(110, 110);
-  window->hide();
-  settle();
-  EXPECT_EQ(client.takeInput(), "down lost");
-  user.release();
-  window->show(false);
-  settle();
-
-  // The host hides for a moment: the server ends the grab, and the release goes elsewhere.
-  pressAt(110, 110);
-  XUnmapWindow(user.x(), host);
-  user.release();
-  XMapWindow(user.x(), host);
-  user.moveBy(1, 0);
-  settle();
-  EXPECT_EQ(client.takeInput(), "down lost");
-}
-
-TEST_F(X11Input, AWindowMayCloseInsideItsOwnEvent) {
-  auto window = open(client);
-  client.onEvent = [&](const NSEvent&) { window.reset(); };
-  pressAt(150, 130);
-  user.moveBy(5, 5);
-  user.release();
-  settle();
-  EXPECT_EQ(client.takeInput(), "down");
-
-  window = open(client);
-  client.onEvent = [&](const NSEvent&) {
-    window.reset();
-    display.reset();
-  };
-  user.click();
-  while (display) NSRunLoop::currentRunLoop().runTurn();
-  EXPECT_EQ(client.takeInput(), "down");
+  EXPECT_EQ(keySymText(0x1b3), "ł");
+  EXPECT_EQ(keySymText(0x7f), "");
 }

@@ -1,11 +1,13 @@
 #include "X11Test.h"
 
-void X11Test::SetUp() {
-  user.warpTo(XServer::width / 2, XServer::height / 2);
-  openDisplay();
-}
+#include <chrono>
+#include <sstream>
+#include <thread>
+
+#include "NSRunLoop.h"
 
 void X11Test::openDisplay(float scale) {
+  user.warpTo(X11User::screenWidth / 2, X11User::screenHeight / 2);
   display.reset();
   std::string error;
   display = X11Display::create(error, scale);
@@ -20,19 +22,31 @@ void X11Test::settle() {
   }
 }
 
-std::unique_ptr<DisplayWindow> X11Test::open(Recorder& client, DisplayWindowOptions options) {
-  auto window = display->openWindow(options, client);
+std::unique_ptr<DisplayWindow> X11Test::open(Recorder& told, DisplayWindowOptions options) {
+  auto window = display->openWindow(options, told);
   window->show(true);
   settle();
   return window;
 }
 
-std::unique_ptr<DisplayWindow> X11Test::open(Recorder& client, NSRect frame) {
-  return open(client, {.frame = frame, .title = "test"});
+std::unique_ptr<DisplayWindow> X11Test::open(Recorder& told, NSRect frame) {
+  return open(told, {.frame = frame, .title = "test"});
 }
 
-std::unique_ptr<DisplayWindow> X11Test::embed(Recorder& client, Window parent) {
-  return open(
-      client,
-      {.frame = NSMakeRect(0, 0, 200, 100), .title = {}, .parent = {NativeWindow::System::x11, parent}});
+std::unique_ptr<DisplayWindow> X11Test::embed(Recorder& told, Window parent) {
+  return open(told, {.frame = {{}, place.size}, .title = {}, .parent = {NativeWindow::System::x11, parent}});
+}
+
+void X11Test::play(const std::string& script) {
+  std::istringstream words(script);
+  int x = 0, y = 0;
+  for (std::string word; words >> word;) {
+    if (word == "press") user.press();
+    if (word == "release") user.release();
+    if (word == "click" && words >> x) user.click(static_cast<unsigned>(x));
+    if (word == "at" && words >> x >> y) user.warpTo(x, y);
+    if (word == "move" && words >> x >> y) user.moveBy(x, y);
+    if (word == "wait" && words >> x) std::this_thread::sleep_for(std::chrono::milliseconds(x));
+  }
+  settle();
 }

@@ -25,10 +25,12 @@ void expectDelayed(EffectBench& bench, UInt32 frames) {
 }  // namespace
 
 TEST(Delays, MeetWholeNumbersOfFramesExactly) {
-  EffectBench inFrames("sdly");
-  for (const UInt32 frames : {0u, 1u, 511u, 512u, 44100u}) {
-    inFrames.set(0, frames);
-    expectDelayed(inFrames, frames);
+  for (const UInt32 block : {512u, 60000u}) {
+    EffectBench inFrames("sdly", {.maximumFrames = block});
+    for (const UInt32 frames : {0u, 1u, 511u, 512u, 44100u}) {
+      inFrames.set(0, frames);
+      expectDelayed(inFrames, frames);
+    }
   }
   for (const double rate : {8000.0, 44100.0, 384000.0}) {
     EffectBench inSeconds("dely", {.sampleRate = rate});

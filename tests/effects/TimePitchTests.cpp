@@ -100,27 +100,31 @@ TEST(TimePitch, KeepsTheTimeAtEveryPitch) {
 }
 
 TEST(TimePitch, ChangesItsEngineAndWindowWithoutAStep) {
-  EffectBench bench("tmpt"), unchanged("tmpt");
-  for (EffectBench* each : {&bench, &unchanged}) {
-    each->set({{pitch, 300}, {smoothness, 0.5}});
-    each->reset();
-  }
-  std::vector<float> output;
-  bool isChanged = false;
-  const auto goOn = [&] {
-    const auto input = sine(440, -12, 22050), more = bench.render(input);
-    output.insert(output.end(), more[0].begin(), more[0].end());
-    if (!isChanged) isChanged = more != unchanged.render(input);
-  };
-  goOn();
-  bench.setQuality(0);
-  bench.set(smoothness, 1);
-  for (int round = 0; round < 200 && !isChanged; ++round) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));  // it is made on another thread
+  constexpr std::pair<UInt32, double> kinds[] = {{127, 0.5}, {0, 0.5}, {64, 1}};  // quality, smoothness
+  for (size_t i = 1; i < std::size(kinds); ++i) {
+    EffectBench bench("tmpt"), unchanged("tmpt");
+    for (EffectBench* each : {&bench, &unchanged}) {
+      each->setQuality(kinds[i - 1].first);
+      each->set({{pitch, 300}, {smoothness, kinds[i - 1].second}});
+      each->reset();
+    }
+    std::vector<float> output;
+    bool isChanged = false;
+    const auto goOn = [&] {
+      const auto input = sine(440, -12, 22050), more = bench.render(input);
+      output.insert(output.end(), more[0].begin(), more[0].end());
+      if (!isChanged) isChanged = more != unchanged.render(input);
+    };
     goOn();
+    bench.setQuality(kinds[i].first);
+    bench.set(smoothness, kinds[i].second);
+    for (int round = 0; round < 200 && !isChanged; ++round) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));  // it is made on another thread
+      goOn();
+    }
+    for (int round = 0; round < 3; ++round) goOn();
+    EXPECT_TRUE(isChanged);
+    expectNoStep(output, 20000, 300);
+    expectPitch(output, output.size() - 32000, 300);
   }
-  for (int round = 0; round < 3; ++round) goOn();
-  EXPECT_TRUE(isChanged);
-  expectNoStep(output, 20000, 300);
-  expectPitch(output, output.size() - 32000, 300);
 }

@@ -41,25 +41,20 @@ void OpenedEditor::advance(double seconds) {
   std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
 }
 
-void OpenedEditor::listen() {
+void OpenedEditor::set(unsigned parameter, float value) {
+  Lines before = heard();
+  std::ostringstream line;
+  line << parameter << " " << value << "\n";
+  host.write(line.str());
+  heard();
+  heard_ = std::move(before);
+}
+
+Lines OpenedEditor::heard() {
   arrive();
   std::istringstream lines(host.output().substr(read_));
   read_ = host.output().size();
   std::string id;
   for (float value; lines >> id >> value;) hearWrite(heard_, id, value);
-}
-
-void OpenedEditor::set(unsigned parameter, float value) {
-  listen();
-  const Lines before = heard_;
-  std::ostringstream line;
-  line << parameter << " " << value << "\n";
-  host.write(line.str());
-  listen();
-  heard_ = before;
-}
-
-Lines OpenedEditor::heard() {
-  listen();
   return std::exchange(heard_, {});
 }

@@ -10,7 +10,7 @@ class OpenedEditor : public X11Hands {
   /// window comes.
   explicit OpenedEditor(const std::string& effect, const std::vector<std::string>& words = {},
                         const std::vector<std::string>& environment = {},
-                        const std::string& server = XServer::instance().name());
+                        const std::string& server = X11User::virtualServer());
 
   void advance(double seconds) override;
   /// By its standard input.
@@ -23,8 +23,6 @@ class OpenedEditor : public X11Hands {
 
  private:
   void arrive() override;
-  /// Takes what was printed since the last call.
-  void listen();
 
   Lines heard_;
   size_t read_ = 0;  // bytes of the output

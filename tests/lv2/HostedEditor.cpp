@@ -4,52 +4,42 @@
 #include <lv2/atom/atom.h>
 #include <lv2/parameters/parameters.h>
 
-#include <algorithm>
 #include <chrono>
-#include <fstream>
 #include <stdexcept>
 #include <thread>
-#include <utility>
 
 #include "EffectInstance.h"
 #include "LoadedPlugin.h"
-#include "Script.h"
 
 namespace {
 
-const std::string objectFile = TOVIN_LV2 "/tovin_lv2_ui.so";
+constexpr const char* objectFile = TOVIN_LV2 "/tovin_lv2_ui.so";
 
 LV2_URID urid(const char* uri) {
   return uridMap.map(uridMap.handle, uri);
 }
 
+const LV2UI_Descriptor* descriptorOf(void* object, const std::string& code) {
+  const auto find = reinterpret_cast<LV2UI_DescriptorFunction>(dlsym(object, "lv2ui_descriptor"));
+  for (uint32_t i = 0; const LV2UI_Descriptor* found = find(i); ++i)
+    if (found->URI == "urn:tovin:lv2:" + code + "#ui") return found;
+  throw std::runtime_error(code + " has no editor");
+}
+
 }  // namespace
 
-EditorObject::EditorObject() : handle_(dlopen(objectFile.c_str(), RTLD_NOW | RTLD_LOCAL)) {}
-
-EditorObject::~EditorObject() {
-  if (handle_) dlclose(handle_);
+std::shared_ptr<void> HostedEditor::load() {
+  void* object = dlopen(objectFile, RTLD_NOW | RTLD_LOCAL);
+  if (!object) throw std::runtime_error(dlerror());
+  return {object, dlclose};
 }
 
-bool EditorObject::isInMemory() {
-  std::ifstream maps("/proc/self/maps");
-  for (std::string line; std::getline(maps, line);)
-    if (line.find("tovin_lv2_ui.so") != std::string::npos) return true;
-  return false;
+bool HostedEditor::isLoaded() {
+  return dlopen(objectFile, RTLD_NOW | RTLD_NOLOAD) != nullptr;
 }
 
-const LV2UI_Descriptor* EditorObject::editorOf(const std::string& code) const {
-  if (!handle_) return nullptr;
-  const auto find = reinterpret_cast<LV2UI_DescriptorFunction>(dlsym(handle_, "lv2ui_descriptor"));
-  const LV2UI_Descriptor* found = nullptr;
-  for (uint32_t i = 0; find && (found = find(i)); ++i)
-    if (found->URI == "urn:tovin:lv2:" + code + "#ui") break;
-  return found;
-}
-
-HostedEditor::HostedEditor(const EditorObject& object, const std::string& code, unsigned long parent,
-                           float scale)
-    : ports_(openEffect(registeredEffect(code)).get()), descriptor_(object.editorOf(code)) {
+HostedEditor::HostedEditor(const std::string& code, unsigned long parent, float scale)
+    : ports_(openEffect(registeredEffect(code)).get()), descriptor_(descriptorOf(object_.get(), code)) {
   LV2UI_Touch touchFeature{this, &touch};
   LV2UI_Resize resizeFeature{this, &resize};
   const float rate = 48000;
@@ -65,23 +55,15 @@ HostedEditor::HostedEditor(const EditorObject& object, const std::string& code, 
                                   {LV2_OPTIONS__options, const_cast<LV2_Options_Option*>(options)}};
   const LV2_Feature* list[std::size(features) + 1] = {};
   for (size_t i = 0; i < std::size(features); ++i) list[i] = &features[i];
-  if (descriptor_)
-    editor_ = descriptor_->instantiate(descriptor_, ("urn:tovin:lv2:" + code).c_str(), TOVIN_LV2 "/", &write,
-                                       this, &widget_, list);
+  LV2UI_Widget widget = nullptr;
+  editor_ = descriptor_->instantiate(descriptor_, ("urn:tovin:lv2:" + code).c_str(), TOVIN_LV2 "/", &write,
+                                     this, &widget, list);
   if (!editor_) throw std::runtime_error(code + " shows no editor");
 }
 
 void HostedEditor::close() {
   if (editor_) descriptor_->cleanup(editor_);
   editor_ = nullptr;
-}
-
-void HostedEditor::set(unsigned parameter, float value) {
-  setPort(ports_.findParameter(parameter).value(), value);
-}
-
-void HostedEditor::set(PluginPort::Role role, float value) {
-  setPort(ports_.find(role).value(), value);
 }
 
 void HostedEditor::setPort(uint32_t port, float value) {
@@ -93,15 +75,11 @@ bool HostedEditor::idle(double seconds) {
   const auto* loop =
       static_cast<const LV2UI_Idle_Interface*>(descriptor_->extension_data(LV2_UI__idleInterface));
   const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-  for (;;) {
-    if (loop->idle(editor_) != 0) return false;
+  while (loop->idle(editor_) == 0) {
     if (std::chrono::steady_clock::now() >= until) return true;
     std::this_thread::sleep_for(std::chrono::milliseconds(33));
   }
-}
-
-std::vector<std::string> HostedEditor::takeLog() {
-  return std::exchange(log_, {});
+  return false;
 }
 
 std::string HostedEditor::nameOf(uint32_t port) const {
@@ -121,9 +99,7 @@ void HostedEditor::touch(LV2UI_Feature_Handle self, uint32_t port, bool grabbed)
   host.log_.push_back((grabbed ? "begin " : "end ") + host.nameOf(port));
 }
 
-int HostedEditor::resize(LV2UI_Feature_Handle self, int width, int height) {
-  auto& host = *static_cast<HostedEditor*>(self);
-  host.width_ = width;
-  host.height_ = height;
+int HostedEditor::resize(LV2UI_Feature_Handle self, int width, int) {
+  static_cast<HostedEditor*>(self)->width_ = width;
   return 0;
 }

@@ -2,45 +2,40 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <thread>
+
+#include "Eventually.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-Clock::time_point after(double seconds) {
-  return Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
-}
-
-void breathe() {
-  std::this_thread::sleep_for(std::chrono::milliseconds(5));
-}
-
-void readAll(int fd, std::string& into) {
-  char bytes[4096];
-  for (ssize_t count; (count = read(fd, bytes, sizeof bytes)) > 0;)
-    into.append(bytes, static_cast<size_t>(count));
+std::string textIn(int file) {
+  struct stat status {};
+  fstat(file, &status);
+  std::string text(static_cast<size_t>(status.st_size), '\0');
+  text.resize(static_cast<size_t>(pread(file, text.data(), text.size(), 0)));
+  return text;
 }
 
 }  // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command,
-                           const std::vector<std::string>& environment) {
-  int in[2], out[2], err[2];
-  if (pipe2(in, O_CLOEXEC) || pipe2(out, O_CLOEXEC) || pipe2(err, O_CLOEXEC)) std::abort();
+                           const std::vector<std::string>& environment)
+    : output_(memfd_create("output", MFD_CLOEXEC)), errors_(memfd_create("errors", MFD_CLOEXEC)) {
+  int in[2];
+  if (output_ < 0 || errors_ < 0 || pipe2(in, O_CLOEXEC)) std::abort();
   process_ = fork();
   if (process_ == 0) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
     dup2(in[0], STDIN_FILENO);
-    dup2(out[1], STDOUT_FILENO);
-    dup2(err[1], STDERR_FILENO);
+    dup2(output_, STDOUT_FILENO);
+    dup2(errors_, STDERR_FILENO);
     for (const std::string& entry : environment) putenv(strdup(entry.c_str()));
     std::vector<char*> arguments;
     for (const std::string& argument : command) arguments.push_back(strdup(argument.c_str()));
@@ -49,21 +44,14 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command,
     _exit(127);
   }
   close(in[0]);
-  close(out[1]);
-  close(err[1]);
   input_ = in[1];
-  output_ = out[0];
-  errors_ = err[0];
-  fcntl(output_, F_SETFL, O_NONBLOCK);
-  fcntl(errors_, F_SETFL, O_NONBLOCK);
   ::signal(SIGPIPE, SIG_IGN);  // a child that is gone already is told by its status
 }
 
 ChildProcess::~ChildProcess() {
-  if (wait(0) == -1) {
-    kill(process_, SIGKILL);
-    wait(5);
-  }
+  if (wait(0) == -1) signal(SIGTERM);
+  if (wait(5) == -1) signal(SIGKILL);
+  wait(5);
   closeInput();
   close(output_);
   close(errors_);
@@ -78,25 +66,16 @@ void ChildProcess::closeInput() {
   input_ = -1;
 }
 
-void ChildProcess::drain() {
-  readAll(output_, outputText_);
-  readAll(errors_, errorText_);
+std::string ChildProcess::output() const {
+  return textIn(output_);
 }
 
-const std::string& ChildProcess::output() {
-  drain();
-  return outputText_;
+std::string ChildProcess::errors() const {
+  return textIn(errors_);
 }
 
-const std::string& ChildProcess::errors() {
-  drain();
-  return errorText_;
-}
-
-bool ChildProcess::waitForOutput(const std::string& text, double seconds) {
-  for (const auto end = after(seconds); Clock::now() < end; breathe())
-    if (output().find(text) != std::string::npos) return true;
-  return output().find(text) != std::string::npos;
+bool ChildProcess::waitForOutput(const std::string& text, double seconds) const {
+  return eventually([&] { return output().find(text) != std::string::npos; }, seconds);
 }
 
 void ChildProcess::signal(int number) {
@@ -104,16 +83,12 @@ void ChildProcess::signal(int number) {
 }
 
 int ChildProcess::wait(double seconds) {
-  for (const auto end = after(seconds); status_ == -1;) {
-    drain();
+  const auto hasEnded = [this] {
     int status = 0;
-    if (waitpid(process_, &status, WNOHANG) == process_)
+    if (status_ == -1 && waitpid(process_, &status, WNOHANG) == process_)
       status_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    else if (Clock::now() >= end)
-      return -1;
-    else
-      breathe();
-  }
-  drain();
+    return status_ != -1;
+  };
+  eventually(hasEnded, seconds);
   return status_;
 }

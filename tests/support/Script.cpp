@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -9,9 +10,7 @@
 namespace {
 
 constexpr std::pair<const char*, unsigned> modifierNames[] = {{"shift", NSShiftKeyMask},
-                                                              {"option", NSAlternateKeyMask},
-                                                              {"control", NSControlKeyMask},
-                                                              {"command", NSCommandKeyMask}};
+                                                              {"option", NSAlternateKeyMask}};
 constexpr std::pair<const char*, NSKey> keyNames[] = {{"return", NSKey::enter},
                                                       {"tab", NSKey::tab},
                                                       {"escape", NSKey::escape},
@@ -25,117 +24,81 @@ constexpr std::pair<const char*, NSKey> keyNames[] = {{"return", NSKey::enter},
                                                       {"end", NSKey::end}};
 
 [[noreturn]] void refuse(const std::string& what) {
-  throw std::invalid_argument("script: " + what);
+  throw std::invalid_argument("script: \"" + what + "\"");
 }
 
 template <class Names>
 auto named(const Names& names, const std::string& name) {
   for (const auto& [known, value] : names)
     if (name == known) return value;
-  refuse("\"" + name + "\"");
+  refuse(name);
 }
-
-/// The words of one step.
-class Step {
- public:
-  explicit Step(const std::string& text) : words_(text) { words_ >> verb_; }
-
-  const std::string& verb() const { return verb_; }
-  std::string word() {
-    std::string next;
-    if (!(words_ >> next)) refuse("\"" + words_.str() + "\" is too short");
-    return next;
-  }
-  float number() {
-    const std::string text = word();
-    float value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size()) refuse("number \"" + text + "\"");
-    return value;
-  }
-  unsigned modifiers() {
-    unsigned all = 0;
-    for (std::string next; words_ >> next;) all |= named(modifierNames, next);
-    return all;
-  }
-  std::string rest() {
-    std::string text;
-    std::getline(words_ >> std::ws, text);
-    return text;
-  }
-
- private:
-  std::istringstream words_;
-  std::string verb_;
-};
 
 class Player {
  public:
   explicit Player(Hands& hands) : hands_(hands) {}
 
-  void play(const std::string& text) {
-    Step step(text);
-    const std::string& verb = step.verb();
-    if (verb == "press") return press(step, 1);
-    if (verb == "click" || verb == "double") return click(step, verb == "click" ? 1 : 2);
-    if (verb == "drag") return drag(step);
+  void play(const std::string& step) {
+    std::istringstream text(step);
+    words_.assign(std::istream_iterator<std::string>(text), {});
+    if (words_.empty()) return;
+    const std::string& verb = words_[0];
+    if (verb == "press") return press(1);
+    if (verb == "click" || verb == "double") return click(verb == "click" ? 1 : 2);
+    if (verb == "drag") return drag();
     if (verb == "release") return hands_.release();
-    if (verb == "wheel") {
-      const NSPoint at = hands_.place(step.word());
-      return hands_.wheel(at, step.number());
-    }
-    if (verb == "type") return type(step.rest());
-    if (verb == "wait") return hands_.advance(step.number());
-    if (verb == "set") {
-      const auto parameter = static_cast<unsigned>(step.number());
-      return hands_.set(parameter, step.number());
-    }
-    if (!verb.empty()) refuse("step \"" + text + "\"");
+    if (verb == "wheel") return hands_.wheel(hands_.place(words_.at(1)), number(2));
+    if (verb == "type") return type(step.substr(step.find(verb) + 5));  // spaces count
+    if (verb == "wait") return hands_.advance(number(1));
+    if (verb == "set") return hands_.set(static_cast<unsigned>(number(1)), number(2));
+    refuse(step);
   }
 
  private:
-  void press(Step& step, int clickCount) {
-    at_ = hands_.place(step.word());
-    hands_.press(at_, step.modifiers(), clickCount);
+  float number(size_t word) const {
+    const std::string& text = words_.at(word);
+    float value = 0;
+    const char* end = text.data() + text.size();
+    if (std::from_chars(text.data(), end, value).ptr != end) refuse(text);
+    return value;
   }
-  void click(Step& step, int count) {
-    const NSPoint at = hands_.place(step.word());
-    const unsigned modifiers = step.modifiers();
+  unsigned modifiers(size_t word) const {
+    unsigned all = 0;
+    for (; word < words_.size(); ++word) all |= named(modifierNames, words_[word]);
+    return all;
+  }
+  void press(int clickCount) {
+    at_ = hands_.place(words_.at(1));
+    hands_.press(at_, modifiers(2), clickCount);
+  }
+  void click(int count) {
     for (int i = 1; i <= count; ++i) {
-      hands_.press(at, modifiers, i);
+      press(i);
       hands_.release();
     }
   }
-  void drag(Step& step) {
-    const std::string first = step.word();
+  void drag() {
     NSPoint by;
-    if (first == "to") {
-      const NSPoint to = hands_.place(step.word());
+    if (words_.at(1) == "to") {
+      const NSPoint to = hands_.place(words_.at(2));
       by = {to.x - at_.x, to.y - at_.y};
     } else {
-      by = {Step("drag " + first).number(), step.number()};
+      by = {number(1), number(2)};
     }
-    hands_.moveBy(by.x, by.y, step.modifiers());
+    hands_.moveBy(by.x, by.y, modifiers(3));
     at_ = {at_.x + by.x, at_.y + by.y};
   }
   void type(const std::string& text) {
-    for (size_t i = 0; i < text.size();) {
-      const size_t next = text[i] == '<' ? text.find('>', i) : std::min(text.find('<', i), text.size());
-      if (next == std::string::npos) refuse("\"" + text + "\" lacks a >");
-      if (text[i] == '<')
-        key(text.substr(i + 1, next - i - 1));
-      else
-        hands_.type(text.substr(i, next - i));
-      i = next + (text[i] == '<');
+    std::istringstream parts(text);
+    for (std::string part; std::getline(parts, part, '<');) {
+      if (!part.empty()) hands_.type(part);
+      if (std::getline(parts, part, '>')) key(part);
     }
   }
   void key(std::string name) {
     const size_t star = name.find('*');
-    int times = 1;
-    if (star != std::string::npos) {
-      times = std::stoi(name.substr(star + 1));
-      name.erase(star);
-    }
+    const int times = star == std::string::npos ? 1 : std::stoi(name.substr(star + 1));
+    name.erase(std::min(star, name.size()));
     unsigned modifiers = 0;
     if (name.size() > 2 && name[1] == '-') {
       modifiers = name[0] == 'S' ? NSShiftKeyMask : NSControlKeyMask;
@@ -146,13 +109,14 @@ class Player {
   }
 
   Hands& hands_;
-  NSPoint at_;  // where a drag goes on, if no modifier was held
+  Lines words_;  // of the step
+  NSPoint at_;   // where a drag goes on, if no modifier was held
 };
 
 }  // namespace
 
 void Hands::set(unsigned parameter, float) {
-  refuse("there is no effect with a parameter " + std::to_string(parameter));
+  refuse("set " + std::to_string(parameter));
 }
 
 void hearWrite(Lines& heard, const std::string& name, float value) {
@@ -162,15 +126,16 @@ void hearWrite(Lines& heard, const std::string& name, float value) {
   heard.push_back(name + " = " + std::string(text.begin(), end));
 }
 
-std::string play(Hands& hands, std::string_view script) {
+std::string joined(const Lines& lines) {
+  std::string all;
+  for (const std::string& line : lines) all += (all.empty() ? "" : ", ") + line;
+  return all;
+}
+
+std::string play(Hands& hands, const std::string& script) {
   Player player(hands);
   hands.heard();
-  while (!script.empty()) {
-    const size_t end = std::min(script.find_first_of(";\n"), script.size());
-    player.play(std::string(script.substr(0, end)));
-    script.remove_prefix(std::min(end + 1, script.size()));
-  }
-  std::string all;
-  for (const std::string& line : hands.heard()) all += (all.empty() ? "" : ", ") + line;
-  return all;
+  std::istringstream steps(script);
+  for (std::string step; std::getline(steps, step, ';');) player.play(step);
+  return joined(hands.heard());
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "NSEvent.h"
@@ -40,8 +39,11 @@ class Hands {
 /// when that is a write of the same.
 void hearWrite(Lines& heard, const std::string& name, float value);
 
-/// Plays steps that ';' or a line's end separates, and answers what was heard meanwhile, joined by ", ":
-///   press PLACE [shift] [option] [control] [command]
+/// Joined by ", ".
+std::string joined(const Lines& lines);
+
+/// Plays steps that ';' separates, and answers what was heard meanwhile, joined:
+///   press PLACE [shift] [option]
 ///   drag DX DY [shift] ...     or  drag to PLACE [shift] ...
 ///   release
 ///   click PLACE [shift] ...    or  double PLACE: pressed and released
@@ -49,5 +51,5 @@ void hearWrite(Lines& heard, const std::string& name, float value);
 ///   type TEXT                  keys as <return> <escape> <tab> <S-tab> <C-a> <down*8>
 ///   wait SECONDS
 ///   set PARAMETER VALUE        as the host's automation
-/// Throws std::invalid_argument for any other step.
-std::string play(Hands& hands, std::string_view script);
+/// Throws std::logic_error for any other step.
+std::string play(Hands& hands, const std::string& script);

@@ -42,7 +42,7 @@ class Stage : public Hands {
   void wheel(NSPoint inWindow, float notches) override { display.wheel(onScreen(inWindow), notches); }
   void key(NSKey key, unsigned modifiers = 0) override { display.key(key, modifiers); }
   void type(const std::string& text, unsigned modifiers = 0) override { display.type(text, modifiers); }
-  std::string play(std::string_view script) { return ::play(*this, script); }
+  std::string play(const std::string& script) { return ::play(*this, script); }
   DisplayClient& client() const { return display.windows().front()->client(); }
 
   /// What was presented since the last call.

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
+
 #include "EditorStage.h"
 #include "X11User.h"
 
 /// Hands at an editor in a real window and in real time. Where its views are is looked up in the same editor
-/// on a stage, as it is after opening.
+/// on a stage, as it is after opening. One modifier at a time: shift or option.
 class X11Hands : public Hands {
  public:
   NSPoint place(const std::string& name) override { return map.place(name); }
@@ -14,7 +16,7 @@ class X11Hands : public Hands {
   void wheel(NSPoint inWindow, float notches) override;
   void key(NSKey key, unsigned modifiers = 0) override;
   void type(const std::string& text, unsigned modifiers = 0) override;
-  std::string play(std::string_view script) { return ::play(*this, script); }
+  std::string play(const std::string& script) { return ::play(*this, script); }
 
   /// 0xRRGGBB of what the screen shows at a place, once all that was done has arrived.
   unsigned long colorAt(const std::string& placeName);
@@ -27,7 +29,7 @@ class X11Hands : public Hands {
 
  protected:
   /// One point is a pixel.
-  explicit X11Hands(const std::string& effectCode, const std::string& server = XServer::instance().name())
+  explicit X11Hands(const std::string& effectCode, const std::string& server = X11User::virtualServer())
       : user(server) {
     map.open(effectCode);
   }
@@ -43,7 +45,8 @@ class X11Hands : public Hands {
     int x, y;
   };
   Pixel pixelOf(NSPoint inWindow) const;
-  void tap(KeySym symbol, unsigned modifiers);
+  /// Does it while they are held.
+  void doWith(unsigned modifiers, const std::function<void()>& act);
 
   int height_ = 0;
 };

@@ -1,77 +1,58 @@
 #include "X11User.h"
 
 #define Display XConnection
-#include <X11/extensions/XRes.h>
 #include <X11/extensions/XTest.h>
 #undef Display
 
 #include <cstdlib>
-#include <set>
 #include <stdexcept>
 
+#include "ChildProcess.h"
 
-namespace {
+const std::string& X11User::virtualServer() {
+  static const std::string screen = std::to_string(screenWidth) + "x" + std::to_string(screenHeight) + "x24";
+  static const ChildProcess server(
+      {"Xvfb", "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp", "-noreset"});
+  if (!server.waitForOutput("\n", 20))
+    throw std::runtime_error("Xvfb does not start; it is in the package xvfb: " + server.errors());
+  static const std::string name = ":" + std::to_string(std::stoi(server.output()));
+  return name;
+}
 
-XConnection* connect(const std::string& server) {
-  if (server.empty()) throw std::runtime_error("Xvfb does not start; it is in the package xvfb");
+X11User::X11User(const std::string& server) {
   setenv("DISPLAY", server.c_str(), 1);
-  return XOpenDisplay(nullptr);
-}
-
-/// The first number of a property of type CARDINAL; 0 without one.
-unsigned long cardinal(XConnection* x, Window window, const char* name) {
-  Atom type = None;
-  int format = 0;
-  unsigned long count = 0, rest = 0, number = 0;
-  unsigned char* data = nullptr;
-  XGetWindowProperty(x, window, XInternAtom(x, name, False), 0, 1, False, XA_CARDINAL, &type, &format, &count,
-                     &rest, &data);
-  if (count == 1 && format == 32) number = *reinterpret_cast<unsigned long*>(data);
-  if (data) XFree(data);
-  return number;
-}
-
-}  // namespace
-
-X11User::X11User(const std::string& server) : x_(connect(server)), origin_(root()) {}
-X11User::~X11User() {
-  XCloseDisplay(x_);
+  x_ = XOpenDisplay(nullptr);
+  origin_ = root();
 }
 
 void X11User::warpTo(int x, int y) {
   XWarpPointer(x_, None, origin_, 0, 0, 0, 0, x, y);
   sync();
 }
+
 void X11User::moveBy(int dx, int dy) {
   XTestFakeRelativeMotionEvent(x_, dx, dy, 0);
   sync();
 }
-void X11User::press(unsigned button) {
-  XTestFakeButtonEvent(x_, button, True, 0);
+
+void X11User::button(unsigned number, Bool down) {
+  XTestFakeButtonEvent(x_, number, down, 0);
   sync();
 }
-void X11User::release(unsigned button) {
-  XTestFakeButtonEvent(x_, button, False, 0);
-  sync();
-}
-void X11User::click(unsigned button) {
-  press(button);
-  release(button);
-}
-void X11User::hold(KeySym symbol) {
-  key(symbol, True);
-}
-void X11User::letGo(KeySym symbol) {
-  key(symbol, False);
-}
-void X11User::type(KeySym symbol) {
-  hold(symbol);
-  letGo(symbol);
+
+void X11User::click(unsigned number) {
+  press(number);
+  release(number);
 }
 
 void X11User::key(KeySym symbol, Bool down) {
   if (symbol != NoSymbol) XTestFakeKeyEvent(x_, XKeysymToKeycode(x_, symbol), down, 0);
   sync();
+}
+
+void X11User::type(KeySym symbol) {
+  hold(symbol);
+  letGo(symbol);
 }
 
 std::string X11User::pointer() const {
@@ -89,20 +70,10 @@ unsigned long X11User::colorAt(int x, int y) const {
   return color;
 }
 
-size_t X11User::colorsIn(int x, int y, int width, int height) const {
-  XImage* image = XGetImage(x_, origin_, x, y, static_cast<unsigned>(width), static_cast<unsigned>(height),
-                            AllPlanes, ZPixmap);
-  std::set<unsigned long> different;
-  for (int row = 0; row < height; ++row)
-    for (int column = 0; column < width; ++column) different.insert(XGetPixel(image, column, row));
-  XDestroyImage(image);
-  return different.size();
-}
-
 Window X11User::makeWindow(int x, int y, int width, int height) {
   const Window window = XCreateSimpleWindow(x_, root(), x, y, static_cast<unsigned>(width),
                                             static_cast<unsigned>(height), 0, 0, 0x0000ff);
-  XSelectInput(x_, window, KeyPressMask | StructureNotifyMask | PropertyChangeMask);
+  XSelectInput(x_, window, KeyPressMask);
   XMapWindow(x_, window);
   sync();
   return window;
@@ -115,9 +86,12 @@ Window X11User::windowOf(pid_t program) const {
   XQueryTree(x_, this->root(), &root, &parent, &children, &count);
   for (unsigned i = 0; i < count; ++i) {
     XWindowAttributes a;
-    if (XGetWindowAttributes(x_, children[i], &a) && a.map_state == IsViewable && !a.override_redirect &&
-        cardinal(x_, children[i], "_NET_WM_PID") == static_cast<unsigned long>(program))
+    XTextProperty id;
+    XGetWindowAttributes(x_, children[i], &a);
+    if (!XGetTextProperty(x_, children[i], &id, XInternAtom(x_, "_NET_WM_PID", False))) continue;
+    if (a.map_state == IsViewable && !a.override_redirect && *reinterpret_cast<long*>(id.value) == program)
       found = children[i];
+    XFree(id.value);
   }
   XUngrabServer(x_);
   XFree(children);
@@ -134,20 +108,4 @@ void X11User::closePolitely(Window window) {
   event.xclient.data.l[0] = static_cast<long>(XInternAtom(x_, "WM_DELETE_WINDOW", False));
   XSendEvent(x_, window, False, NoEventMask, &event);
   sync();
-}
-
-unsigned X11User::resources() const {
-  int clients = 0;
-  XResClient* client = nullptr;
-  XResQueryClients(x_, &clients, &client);
-  unsigned sum = 0;
-  for (int i = 0; i < clients; ++i) {
-    int types = 0;
-    XResType* type = nullptr;
-    XResQueryClientResources(x_, client[i].resource_base, &types, &type);
-    for (int t = 0; t < types; ++t) sum += type[t].count;
-    XFree(type);
-  }
-  XFree(client);
-  return sum;
 }
