@@ -1,10 +1,11 @@
-// Every thread of the stand-alone host at work: audio, automation and the interface with a hand on it. What
-// it is for is to run under the thread sanitizer, for as many seconds as TOVIN_BUSY_SECONDS says.
+// The stand-alone host at work in real time.
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <optional>
 #include <random>
 #include <thread>
 
@@ -16,16 +17,48 @@
 
 namespace {
 
-constexpr double sampleRate = 44100;
+/// Noise through an effect.
+struct Sound {
+  explicit Sound(AudioUnit unit) : runner(EffectRunner::make(unit, {}, error)) {}
 
-double secondsInAll() {
-  const char* asked = std::getenv("TOVIN_BUSY_SECONDS");
-  return asked ? std::atof(asked) : 4;
+  std::string error;
+  std::unique_ptr<EffectRunner> runner;
+  std::optional<SignalSource> source = SignalSource::named("noise", 44100, error);
+  RealTimePlayer player{*runner, *source};
+};
+
+std::vector<float> nextOf(SignalSource& source, size_t frames) {
+  std::vector<float> left(frames);
+  float* const channel = left.data();
+  source.read(&channel, 1, static_cast<UInt32>(frames));
+  return left;
 }
 
-/// A turn of the run loop that takes some time, as in a program.
-void run(double seconds) {
-  NSRunLoop::currentRunLoop().run(NSDate::timeIntervalSinceReferenceDate() + seconds);
+TEST(RealTimePlayer, PlaysAtTheSignalsPaceAndStopsAsOftenAsAsked) {
+  EditorStage::bundle();
+  const Unit unit = openUnit(registeredEffect("sdly"));
+  Sound sound(unit.get());
+  testing::internal::CaptureStderr();
+  const auto start = std::chrono::steady_clock::now();
+  for (int round = 0; round < 3; ++round) {
+    sound.player.start();
+    sound.player.start();
+    EXPECT_TRUE(sound.player.isPlaying());
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    sound.player.stop();
+    EXPECT_FALSE(sound.player.isPlaying());
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");  // drivers complain at length when there is no card
+  const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+
+  // The samples that come next tell how much of the loop was played.
+  const auto next = nextOf(*sound.source, 8);
+  sound.source->rewind();
+  const auto loop = nextOf(*sound.source, sound.source->loopFrames());
+  const auto found = std::search(loop.begin(), loop.end(), next.begin(), next.end());
+  const auto played = static_cast<double>(found - loop.begin());
+  EXPECT_GE(played, 3 * 512);
+  EXPECT_LE(played, (elapsed.count() + 0.3) * 44100);
 }
 
 /// Sets parameters at random, a thousand a second, from a thread of its own.
@@ -34,8 +67,7 @@ std::jthread automation(EditorStage& stage) {
     std::minstd_rand random(1);
     while (!stop.stop_requested()) {
       const EffectParameter& p = list[random() % list.size()];
-      const float part = static_cast<float>(random()) / static_cast<float>(random.max());
-      stage.set(p.id, p.minValue + part * (p.maxValue - p.minValue));
+      stage.set(p.id, std::uniform_real_distribution<float>(p.minValue, p.maxValue)(random));
       std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
   });
@@ -44,38 +76,33 @@ std::jthread automation(EditorStage& stage) {
 void useByHand(EditorStage& stage, double seconds) {
   std::minstd_rand random(2);
   const auto within = [&](float extent) { return static_cast<float>(random() % 1000) / 1000 * extent; };
-  const auto anywhere = [&] {
-    const float x = within(NSWidth(stage.editor->frame()));
-    return NSPoint{x, within(NSHeight(stage.editor->frame()))};
-  };
+  const NSSize size = stage.editor->frame().size;
   const double end = NSDate::timeIntervalSinceReferenceDate() + seconds;
   while (NSDate::timeIntervalSinceReferenceDate() < end) {
-    stage.press(anywhere());
+    stage.press({within(size.width), within(size.height)});
     for (int i = 0; i < 4; ++i) {
       stage.moveBy(within(20) - 10, within(20) - 10);
-      run(0.01);
+      NSRunLoop::currentRunLoop().run(NSDate::timeIntervalSinceReferenceDate() + 0.01);
     }
     stage.release();
-    stage.wheel(anywhere(), 1);
-    run(0.01);
+    stage.wheel({within(size.width), within(size.height)}, 1);
   }
 }
 
+// Audio, automation and the interface with a hand on it: for the thread sanitizer, and for as many seconds as
+// TOVIN_BUSY_SECONDS says.
 TEST(BusyHost, PlaysFollowsAndIsTurnedAtOnce) {
+  const char* seconds = std::getenv("TOVIN_BUSY_SECONDS");
   EditorStage::bundle();
   for (const Component effect : allEffects()) {
     SCOPED_TRACE(effectCode(effect));
     EditorStage stage;
     stage.open(effect);
     NSDate::setClock(nullptr);  // from here on time is real
-    std::string error;
-    const auto runner = EffectRunner::make(stage.unit.get(), {sampleRate}, error);
-    auto source = SignalSource::named("noise", sampleRate, error);
-    ASSERT_TRUE(runner && source) << error;
-    RealTimePlayer player(*runner, *source);
-    player.start();
+    Sound sound(stage.unit.get());
+    sound.player.start();
     const std::jthread automated = automation(stage);
-    useByHand(stage, secondsInAll() / 15);
+    useByHand(stage, (seconds ? std::atof(seconds) : 4) / 15);
     EXPECT_GT(stage.takeDamage().size(), 3u);
     stage.window->close();
   }

