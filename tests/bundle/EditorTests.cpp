@@ -31,7 +31,6 @@ constexpr struct {
     {"lpas", "press graphView#0+10,0; drag 30 0; release", ""},
     {"lpas", "press graphView#0+9.9,0; drag 0 1; release", "0 = 8072.8, 1 = 0.39131"},
     {"lpas", "press graphView#0+5,4; drag 50 0 shift; drag -10 -5; release", "0 = 6900, 1 = -0.3913"},
-    {"lpas", "press graphView#0; drag 0 -20 option; release", "0 = 6900, 1 = -7.8261"},  // it has no width
     {"filt", "set 1 200; set 3 250; press freqResponseView#0+9,0; drag 0 20; release",
      "3 = 225.07, 4 = 5.4348"},
     {"filt", "set 1 200; set 3 250; press freqResponseView#1+-9,0; drag 0 20; release",
@@ -40,7 +39,6 @@ constexpr struct {
     // Of a field and its knob: what is taken, and when.
     {"filt", "set 12 1; wait 0.1; click param12.menu; type <home><return>", "12 = 0"},
     {"mcmp", "click threshold1.field; type abc<return>", ""},
-    {"mcmp", "click threshold1.field; type -64", ""},
     {"mcmp", "click threshold1.field; type -64; press +5,5; release", "5 = -64"},
     {"dely", "click delayTime.field; type 1.2345678 s<tab>", "1 = 1.2346"},
 };
@@ -95,14 +93,11 @@ TEST_F(Editor, GesturesReachItsEffect) {
   EXPECT_NEAR(display.pointer().x, onScreen(handle).x + 50, 0.01f) << "the pointer comes back at the handle";
 }
 
-TEST_F(Editor, ItsFieldsAndKnobsShowWhatWasTaken) {
-  open("mcmp");
-  EXPECT_EQ(play("click threshold1.field; type -1e9<return>"), "5 = -100");
-  EXPECT_EQ(all<NSTextField>(outlet("threshold1")).back()->stringValue(), "-100");
+TEST_F(Editor, ReturnsToTheDefaultNotToWhereItBegan) {
   Unit moved = openUnit(registeredEffect("sdly"));
   hostSets(moved, 0, 441);
   open(std::move(moved));
-  EXPECT_EQ(play("click inToOutDelay.knob option"), "0 = 0") << "its default, not where it began";
+  EXPECT_EQ(play("click inToOutDelay.knob option"), "0 = 0");
 }
 
 TEST_F(Editor, MenusFollowTheirParametersWhenTheyAreClosed) {

@@ -5,7 +5,9 @@
 #include <cmath>
 #include <numbers>
 
-#include "Stage.h"
+#include "EditorStage.h"
+#include "NSTextField.h"
+#include "jxValueKnob.h"
 
 namespace {
 
@@ -65,6 +67,15 @@ TEST(RotaryKnob, ItsWedgeLeadsFromTheBeginningOrTheMiddleToTheValue) {
       EXPECT_EQ(filled, row.filled) << (row.panStyle ? "pan " : "") << row.position << " at scale " << scale;
     }
   }
+}
+
+TEST(ValueKnob, LimitsWhatIsTyped) {
+  EditorStage stage;
+  const auto knob = std::make_shared<jxValueKnob>(NSMakeRect(0, 0, 92, 76), "name", "ms", false, -50.0f,
+                                                  100.0f, 20.0f, 0.0f);
+  stage.show(knob);
+  stage.play("click .field; type 999<return>");
+  EXPECT_EQ(all<NSTextField>(*knob).back()->stringValue(), "100");
 }
 
 }  // namespace
