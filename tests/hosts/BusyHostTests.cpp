@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <optional>
 #include <random>
+#include <sndfile.hh>
 #include <thread>
 
 #include "EditorStage.h"
@@ -42,7 +43,6 @@ TEST(RealTimePlayer, PlaysAtTheSignalsPaceAndStopsAsOftenAsAsked) {
   const auto start = std::chrono::steady_clock::now();
   for (int round = 0; round < 3; ++round) {
     sound.player.start();
-    sound.player.start();
     EXPECT_TRUE(sound.player.isPlaying());
     std::this_thread::sleep_for(std::chrono::milliseconds(60));
     sound.player.stop();
@@ -59,6 +59,20 @@ TEST(RealTimePlayer, PlaysAtTheSignalsPaceAndStopsAsOftenAsAsked) {
   const auto played = static_cast<double>(found - loop.begin());
   EXPECT_GE(played, 3 * 512);
   EXPECT_LE(played, (elapsed.count() + 0.3) * 44100);
+}
+
+TEST(SignalSource, KeepsTheChannelsOfAFileApart) {
+  const std::string path = testing::TempDir() + "tovin_channels.wav";
+  const float frame[] = {0.25f, 0.5f};
+  SndfileHandle(path, SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_FLOAT, 2, 44100).writef(frame, 1);
+  std::string error;
+  auto source = SignalSource::named(path, 44100, error);
+  ASSERT_TRUE(source) << error;
+  float left = 0, right = 0;
+  float* const channels[] = {&left, &right};
+  source->read(channels, 2, 1);
+  EXPECT_EQ(left, frame[0]);
+  EXPECT_EQ(right, frame[1]);
 }
 
 /// Sets parameters at random, a thousand a second, from a thread of its own.

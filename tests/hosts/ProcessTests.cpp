@@ -93,7 +93,6 @@ TEST_F(Process, NamesWhatIsWrongAndHowItShouldBe) {
     std::vector<std::string> said;
   } rows[] = {
       {{"process", "sdlx", in, out}, 2, {"EFFECT", "sdlx", "sdly"}},
-      {{"process", "sdly", in, out, "--sett", "0=1"}, 2, {"--sett"}},
       {{"process", "sdly", in, out, "--set", "0"}, 2, {"--set 0:", "ID=VALUE"}},
       {{"process", "sdly", in, out, "--set", "1=1"}, 2, {"--set 1=1", "no parameter \"1\""}},
       {{"process", "sdly", in, out, "--set", "0=44100.5"}, 2, {"44100.5", "0 to 44100 samples"}},

@@ -23,8 +23,6 @@ const std::vector<Gesture> gestures{
      "begin 12, 12 = 1, end 12"},
     {"an interval is semitones and cents", "tmpt", "click justPopup; type <home><down*5><return>",
      "begin 1, 1 = 701.95, end 1"},
-    {"a crossover's handle", "mcmp", "press crossoverView+7.5,10; drag -7 0; release",
-     "begin 3, 3 = 666.51, end 3"},
     {"a crossover's handle, finely", "mcmp", "press crossoverView+7.5,10; drag 100 0 shift; release",
      "begin 3, 3 = 754.54, end 3"},
     {"a handle of two parameters", "dely", "press graphView+-78.5,31.5; drag 100 10; release",
