@@ -70,10 +70,10 @@ TEST(RunLoop, APostFromAnotherThreadEndsTheWait) {
       loop.stop();
     });
     auto served = isHere.get_future();
-    EXPECT_EQ(served.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    EXPECT_EQ(served.wait_for(std::chrono::seconds(8)), std::future_status::ready);
     EXPECT_TRUE(served.get());
   });
-  loop.run(NSDate::timeIntervalSinceReferenceDate() + 30);
+  loop.run(NSDate::timeIntervalSinceReferenceDate() + 10);
   poster.join();
 }
 

@@ -61,18 +61,20 @@ TEST(RealTimePlayer, PlaysAtTheSignalsPaceAndStopsAsOftenAsAsked) {
   EXPECT_LE(played, (elapsed.count() + 0.3) * 44100);
 }
 
-TEST(SignalSource, KeepsTheChannelsOfAFileApart) {
-  const std::string path = testing::TempDir() + "tovin_channels.wav";
-  const float frame[] = {0.25f, 0.5f};
-  SndfileHandle(path, SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_FLOAT, 2, 44100).writef(frame, 1);
+TEST(EffectRunner, PullsBothChannelsOfAFileThroughBlocksOfItsSize) {
+  const std::string file = testing::TempDir() + "tovin_loop.wav";
+  const std::vector<float> frames{0.125f, 0.25f, 0.375f, -0.5f};
+  SndfileHandle(file, SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_FLOAT, 2, 44100).write(frames.data(), 4);
+  EditorStage::bundle();
+  const Unit unit = openUnit(registeredEffect("sdly"));
   std::string error;
-  auto source = SignalSource::named(path, 44100, error);
-  ASSERT_TRUE(source) << error;
-  float left = 0, right = 0;
-  float* const channels[] = {&left, &right};
-  source->read(channels, 2, 1);
-  EXPECT_EQ(left, frame[0]);
-  EXPECT_EQ(right, frame[1]);
+  const auto runner = EffectRunner::make(unit.get(), {.maximumFrames = 2}, error);
+  auto source = SignalSource::named(file, 44100, error);
+  std::vector<float> left(5), right(5);
+  float* const heard[] = {left.data(), right.data()};
+  ASSERT_EQ(runner->pull(*source, heard, 5), noErr);
+  EXPECT_EQ(left, (std::vector<float>{0.125f, 0.375f, 0.125f, 0.375f, 0.125f}));
+  EXPECT_EQ(right, (std::vector<float>{0.25f, -0.5f, 0.25f, -0.5f, 0.25f}));
 }
 
 /// Sets parameters at random, a thousand a second, from a thread of its own.
