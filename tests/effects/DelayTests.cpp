@@ -25,18 +25,30 @@ void expectDelayed(EffectBench& bench, UInt32 frames) {
 }  // namespace
 
 TEST(Delays, MeetWholeNumbersOfFramesExactly) {
-  for (const UInt32 block : {512u, 60000u}) {
-    EffectBench inFrames("sdly", {.maximumFrames = block});
-    for (const UInt32 frames : {0u, 1u, 511u, 512u, 44100u}) {
-      inFrames.set(0, frames);
-      expectDelayed(inFrames, frames);
-    }
+  EffectBench inFrames("sdly", {.maximumFrames = 512});
+  for (const UInt32 frames : {0u, 1u, 511u, 512u, 44100u}) {
+    inFrames.set(0, frames);
+    expectDelayed(inFrames, frames);
   }
   for (const double rate : {8000.0, 44100.0, 384000.0}) {
     EffectBench inSeconds("dely", {.sampleRate = rate});
     for (const double frames : {0.0, 1.0, 2.0, 441.0, 3 * rate}) {
       inSeconds.set({{mix, 100}, {delayTime, frames / rate}, {feedback, 0}});
       expectDelayed(inSeconds, static_cast<UInt32>(frames));
+    }
+  }
+}
+
+// Quiet sound through the limiter, and transposing without any blend.
+TEST(Delays, AreTheLatencyWhereTheSoundIsLeftAlone) {
+  for (const double rate : {8000.0, 11025.0, 384000.0}) {
+    EffectBench limiter("lmtr", {.sampleRate = rate}), pitcher("tmpt", {.sampleRate = rate});
+    expectDelayed(limiter, static_cast<UInt32>(std::lround(limiter.latency() * rate)));
+    const auto latency = static_cast<UInt32>(std::lround(pitcher.latency() * rate));
+    for (const UInt32 quality : {127u, 0u}) {
+      pitcher.setQuality(quality);
+      pitcher.set({{1, quality ? -2400 : 700}, {2, 0}, {3, quality ? 1 : 0}});
+      expectDelayed(pitcher, latency);
     }
   }
 }

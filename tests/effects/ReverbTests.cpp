@@ -11,9 +11,9 @@
 namespace {
 
 // Parameters, by their numbers.
-constexpr AudioUnitParameterID mix = 0, smallLargeMix = 1, smallSize = 2, largeSize = 3, preDelay = 4,
-                               largeDelay = 5, largeRange = 8, smallBrightness = 9, largeBrightness = 10,
-                               smallRange = 11, modulationRate = 12, modulationDepth = 13;
+constexpr AudioUnitParameterID smallLargeMix = 1, smallSize = 2, largeSize = 3, preDelay = 4, largeDelay = 5,
+                               largeRange = 8, smallBrightness = 9, largeBrightness = 10, smallRange = 11,
+                               modulationRate = 12, modulationDepth = 13;
 
 /// One room alone and standing still, of which all frequencies decay alike: its answer to an impulse, with a
 /// few more parameters.
@@ -101,7 +101,7 @@ TEST(MatrixReverb, IsDuskyByItsBrightnessFrom0HzToHalfTheRate) {
   }
 }
 
-TEST(MatrixReverb, BeginsAfterItsDelaysDiffersBetweenTheEarsAndLeavesTheDrySideAlone) {
+TEST(MatrixReverb, BeginsAfterItsDelaysAndDiffersBetweenTheEars) {
   for (const bool large : {false, true}) {
     const auto early = response(large, 0.01, 44100, 0.5, {{preDelay, 0.01}, {largeDelay, 0.02}});
     const auto late = response(large, 0.01, 44100, 0.5, {{preDelay, 0.02}, {largeDelay, 0.05}});
@@ -113,8 +113,4 @@ TEST(MatrixReverb, BeginsAfterItsDelaysDiffersBetweenTheEarsAndLeavesTheDrySideA
     return std::inner_product(wet[a].begin(), wet[a].end(), wet[b].begin(), 0.0);
   };
   EXPECT_LT(std::fabs(product(0, 1)), 0.2 * std::sqrt(product(0, 0) * product(1, 1)));
-  EffectBench dry("mrev");
-  dry.set(mix, 0);
-  dry.reset();
-  EXPECT_EQ(dry.render(noise(2, 5000, 0.5f)), noise(2, 5000, 0.5f));
 }
