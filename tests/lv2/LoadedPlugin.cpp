@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <stdexcept>
 
 namespace {
 
@@ -69,7 +70,7 @@ LoadedPlugin::LoadedPlugin(const std::string& code, double sampleRate) {
   LV2_Feature mapFeature{LV2_URID__map, &uridMap};
   const LV2_Feature* const features[] = {&mapFeature, nullptr};
   instance_ = plugin ? lilv_plugin_instantiate(plugin, sampleRate, features) : nullptr;
-  if (!instance_) return;
+  if (!instance_) throw std::runtime_error(code + " cannot be opened");
   const auto symbols = portSymbols(code);
   std::vector<float> minima(symbols.size()), maxima(symbols.size()), defaults(symbols.size());
   lilv_plugin_get_port_ranges_float(plugin, minima.data(), maxima.data(), defaults.data());
@@ -84,7 +85,6 @@ LoadedPlugin::LoadedPlugin(const std::string& code, double sampleRate) {
 }
 
 LoadedPlugin::~LoadedPlugin() {
-  if (!instance_) return;
   lilv_instance_deactivate(instance_);
   lilv_instance_free(instance_);
 }
@@ -133,8 +133,6 @@ void LoadedPlugin::tellTempo(float beatsPerMinute) {
   lv2_atom_forge_sequence_head(&forge, &sequence, 0);
   lv2_atom_forge_frame_time(&forge, 0);
   lv2_atom_forge_object(&forge, &object, 0, map(nullptr, LV2_TIME__Position));
-  lv2_atom_forge_key(&forge, map(nullptr, LV2_TIME__bar));
-  lv2_atom_forge_long(&forge, 3);
   lv2_atom_forge_key(&forge, map(nullptr, LV2_TIME__beatsPerMinute));
   lv2_atom_forge_float(&forge, beatsPerMinute);
 }

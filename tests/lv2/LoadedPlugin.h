@@ -37,13 +37,11 @@ class LoadedPlugin {
     float value, minimum, maximum;
   };
 
-  /// Without an instance when the plug-in refuses.
   explicit LoadedPlugin(const std::string& code, double sampleRate = 44100);
   ~LoadedPlugin();
   LoadedPlugin(const LoadedPlugin&) = delete;
   LoadedPlugin& operator=(const LoadedPlugin&) = delete;
 
-  bool isOpen() const { return instance_; }
   bool has(const std::string& symbol) const { return ports_.contains(symbol); }
   Port& port(const std::string& symbol) { return ports_.at(symbol); }
   float& control(const std::string& symbol) { return port(symbol).value; }
