@@ -2,19 +2,75 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <limits>
 #include <set>
+#include <stdexcept>
 
 #include "EditorStage.h"
 #include "EffectInstance.h"
 #include "EffectParameters.h"
-#include "HostileEffect.h"
 #include "StandIn.h"
 #include "jxAUGraphDisplay.h"
 #include "jxAUMeasuredResponseView.h"
 #include "jxAURotaryKnob.h"
 
 namespace {
+
+/// What a hostile effect does wrong.
+struct Faults {
+  enum class Sound { asItCame, notANumber, refused };
+
+  int failingRead = -1;  // of properties and their sizes, counted from 0
+  bool hasLists = true;  // else there are no parameters any more
+  float widening = 1;    // of each parameter's range around its middle
+  Sound sound = Sound::asItCame;
+  int reads = 0;  // so far
+};
+
+/// An effect with the parameters of another that breaks its word as `faults` says at the moment.
+class HostileEffect : public AUEffectBase {
+ public:
+  /// Neither is copied.
+  HostileEffect(std::span<const AUParameterRow> rows, Faults& faults)
+      : AUEffectBase({rows, {}, 500, true, true}), faults_(faults) {}
+
+  OSStatus propertyInfo(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element, UInt32& size,
+                        bool& writable) const override {
+    if (fails()) return kAudioUnitErr_InvalidProperty;
+    const OSStatus status = AUEffectBase::propertyInfo(id, scope, element, size, writable);
+    if (id == kAudioUnitProperty_ParameterList && !faults_.hasLists) size = 0;
+    return status;
+  }
+  OSStatus getProperty(AudioUnitPropertyID id, AudioUnitScope scope, AudioUnitElement element, void* data,
+                       UInt32& size) const override {
+    if (fails()) return kAudioUnitErr_InvalidProperty;
+    if (id == kAudioUnitProperty_ParameterList && !faults_.hasLists) size = 0;
+    const OSStatus status = AUEffectBase::getProperty(id, scope, element, data, size);
+    if (status != noErr || id != kAudioUnitProperty_ParameterInfo) return status;
+    auto& info = *static_cast<AudioUnitParameterInfo*>(data);
+    const float middle = (info.minValue + info.maxValue) / 2;
+    info.minValue = middle + (info.minValue - middle) * faults_.widening;
+    info.maxValue = middle + (info.maxValue - middle) * faults_.widening;
+    return noErr;
+  }
+  OSStatus getParameter(AudioUnitParameterID id, Float32& value) const override {
+    return faults_.hasLists ? AUEffectBase::getParameter(id, value) : kAudioUnitErr_InvalidParameter;
+  }
+
+ private:
+  bool fails() const { return faults_.reads++ == faults_.failingRead; }
+  void prepare() override {}
+  void clear() override {}
+  void process(std::span<float* const> channels, UInt32 frames) override {
+    if (faults_.sound == Faults::Sound::refused) throw std::runtime_error("no sound today");
+    if (faults_.sound == Faults::Sound::notANumber)
+      for (float* channel : channels) std::fill_n(channel, frames, std::numeric_limits<float>::quiet_NaN());
+  }
+
+  Faults& faults_;
+};
 
 class HostileEffects : public testing::Test, public EditorStage {
  protected:
@@ -95,15 +151,20 @@ TEST_F(HostileEffects, RefuseAnyOneOfTheirProperties) {
   });
 }
 
-TEST_F(HostileEffects, ChangeTheirRangesAndLoseTheirParameters) {
+TEST_F(HostileEffects, ChangeTheirRangesLoseTheirParametersAndAreClosed) {
   for (const float widening : {3.0f, -1.0f})
     forEach([&](Component real) {
       ASSERT_TRUE(openHostile(real)) << testing::PrintToString(log);
       faults.widening = widening;
       tellChange();
       use();
-      faults.hasLists = false;
-      tellChange();
+      for (const bool hasLists : {false, true}) {
+        faults.hasLists = hasLists;
+        tellChange();
+        use();
+      }
+      unit.reset();
+      advance(1);
       use();
     });
 }
@@ -113,28 +174,13 @@ TEST_F(HostileEffects, RenderNoNumbersOrNothingAtAll) {
     forEach([&](Component real) {
       ASSERT_TRUE(openHostile(real)) << testing::PrintToString(log);
       if (!find(*editor, "ReverbIRview") && all<jxAUMeasuredResponseView>(*editor).empty()) return;
-      const Bitmap before = picture();
       faults.sound = sound;
       for (int i = 0; i < 4; ++i) {
         set(1, static_cast<float>(i));
         advance(0.1);
       }
-      // The panel above and below the plot looks as before.
-      const NSRect graph = frameInWindow(*all<jxAUGraphDisplay>(*editor).front());
-      const float rim = 6;
-      for (const float y : {NSMinY(graph), NSMaxY(graph) - rim})
-        EXPECT_EQ(differences(before, picture(), NSMakeRect(NSMinX(graph), y, NSWidth(graph), rim)), 0);
       EXPECT_FALSE(log.empty()) << "it is said that there are no numbers, or no sound";
     });
-}
-
-TEST_F(HostileEffects, AreClosedUnderTheirEditor) {
-  forEach([&](Component real) {
-    ASSERT_TRUE(openHostile(real)) << testing::PrintToString(log);
-    unit.reset();
-    advance(1);
-    use();
-  });
 }
 
 }  // namespace

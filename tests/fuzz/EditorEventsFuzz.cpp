@@ -1,15 +1,15 @@
 // All that user, host and display can do to an editor. An input: the effect, then operations of a byte and
 // their arguments.
 
+#include <array>
+#include <bit>
 #include <cmath>
-#include <cstdlib>
 #include <functional>
 #include <iterator>
 
 #include "AudioUnitProperties.h"
 #include "EditorStage.h"
 #include "EffectParameters.h"
-#include "FuzzBytes.h"
 #include "MenuTracking.h"
 #include "Must.h"
 #include "QCView.h"
@@ -18,7 +18,29 @@
 namespace {
 
 constexpr size_t longest = 150;  // operations
-constexpr float largestSide = 900;
+
+/// The bytes of one input, read from the front as choices and numbers. Past the end everything is 0.
+class FuzzBytes {
+ public:
+  FuzzBytes(const uint8_t* data, size_t size) : data_(data), left_(size) {}
+
+  bool isEmpty() const { return left_ == 0; }
+  unsigned byte() { return left_ == 0 ? 0 : (--left_, *data_++); }
+  unsigned below(size_t count) { return byte() % static_cast<unsigned>(count); }
+  /// One of 256 values from 0 to 1.
+  float fraction() { return static_cast<float>(byte()) / 255; }
+  /// The number that the next bytes are, whatever it is.
+  template <class T>
+  T any() {
+    std::array<uint8_t, sizeof(T)> bytes;
+    for (uint8_t& b : bytes) b = static_cast<uint8_t>(byte());
+    return std::bit_cast<T>(bytes);
+  }
+
+ private:
+  const uint8_t* data_;
+  size_t left_;
+};
 
 double hostTempo = 120;
 
@@ -73,24 +95,14 @@ class Operations : public EditorStage {
     return {x, input_.fraction() * (size.height + 20) - 10};
   }
   NSSize anySize() {
-    const float width = std::floor(1 + input_.fraction() * largestSide);
-    return {width, std::floor(1 + input_.fraction() * largestSide)};
+    const float width = std::floor(1 + input_.fraction() * 900);
+    return {width, std::floor(1 + input_.fraction() * 900)};
   }
   float distance() { return (input_.fraction() - 0.5f) * 100; }
   const EffectParameter& anyParameter() { return parameters_[input_.below(parameters_.size())]; }
-  NSPoint anyOrigin() {
-    const float x = distance() * 18 + 800;
-    return {x, distance() * 14 + 600};
-  }
   void moveWindow(NSPoint origin, NSSize size) {
     display.windows().front()->setFrame({origin, size});
     client().displayChangedFrame({origin, size});
-  }
-  void setAny() {
-    const EffectParameter& p = anyParameter();
-    const unsigned part = input_.byte();
-    const float inRange = p.minValue + (p.maxValue - p.minValue) * static_cast<float>(part) / 254;
-    set(p.id, part == 255 ? input_.any<float>() : inRange);
   }
   void closeAndCheck() {
     const std::weak_ptr<NSView> closed = editor;
@@ -141,7 +153,12 @@ class Operations : public EditorStage {
       [this] { key(static_cast<NSKey>(input_.below(12)), modifiers()); },
       [this] { type(std::string(1, static_cast<char>(input_.byte())), modifiers()); },
       [this] { advance(input_.fraction()); },
-      [this] { setAny(); },
+      [this] {
+        const EffectParameter& p = anyParameter();
+        const unsigned part = input_.byte();
+        const float inRange = p.minValue + (p.maxValue - p.minValue) * static_cast<float>(part) / 254;
+        set(p.id, part == 255 ? input_.any<float>() : inRange);
+      },
       [this] {
         const EffectParameter& p = anyParameter();
         if (!p.isWritable()) unit->setMeter(p.id, distance() * 20);
@@ -151,7 +168,10 @@ class Operations : public EditorStage {
       },
       [this] { setGlobal(unit, kAudioUnitProperty_RenderQuality, UInt32{input_.byte()}); },
       [this] { moveWindow(window->frame().origin, anySize()); },
-      [this] { moveWindow(anyOrigin(), window->frame().size); },
+      [this] {
+        const float x = distance() * 18 + 800;
+        moveWindow({x, distance() * 14 + 600}, window->frame().size);
+      },
       [this] { client().displayChangedVisibility(input_.below(2)); },
       [this] { client().displayLostPointer(); },
       [this] { client().displayChangedKeyboard(input_.below(2)); },

@@ -35,16 +35,6 @@ const ScratchBundle& scratch() {
   return folder;
 }
 
-/// As the factory and a host do it, with the effect that the class of the editor is for.
-void use(EditorStage& stage, const std::shared_ptr<jxAppleAUView>& view) {
-  if (const Component component = registeredEffect(view->isa().name().substr(0, 4))) {
-    stage.unit = openUnit(component);
-    view->setAU(jxAUwrapper::wrapperWithAU(stage.unit.get()));
-  }
-  stage.show(view);
-  stage.close();
-}
-
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -52,7 +42,14 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   scratch().write("Resources/description.xml", {reinterpret_cast<const char*>(data), size});
   Owner owner;
   if (loadNibNamed_owner("description", owner)) {
-    if (owner.view) use(stage, owner.view);
+    if (const auto view = owner.view) {  // as the factory and a host open it
+      if (const Component component = registeredEffect(view->isa().name().substr(0, 4))) {
+        stage.unit = openUnit(component);
+        view->setAU(jxAUwrapper::wrapperWithAU(stage.unit.get()));
+      }
+      stage.show(view);
+      stage.close();
+    }
     must(stage.log.empty(),
          "a description that was taken can be used: " + (stage.log.empty() ? "" : stage.log[0]));
   } else {

@@ -9,28 +9,6 @@
 #include "NSUnarchiver.h"
 #include "jxAURotaryKnob.h"
 
-namespace {
-
-void use(const std::shared_ptr<NSObject>& object) {
-  const std::string data = NSArchiver::archivedDataWithRootObject(*object);
-  const auto copy = NSUnarchiver::unarchiveObjectWithData(data);
-  must(NSArchiver::archivedDataWithRootObject(*copy) == data, "what was archived comes back");
-  const auto knob = std::dynamic_pointer_cast<jxAURotaryKnob>(object);
-  if (!knob) return;
-  must(std::isfinite(knob->doubleValue()), "a restored knob has a value");
-  drawn(*knob);
-  knob->showTicks();
-  Stage stage;
-  knob->setFrame(NSMakeRect(0, 0, 41, 41));
-  stage.show(knob);
-  stage.play("wheel +0,0 3; press +0,0; drag 3 20; wait 0.2; release");
-  stage.window->close();
-  stage.advance(2);
-  must(std::isfinite(knob->doubleValue()), "a turned knob has a value");
-}
-
-}  // namespace
-
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   EditorStage::bundle();
   std::shared_ptr<NSObject> object;
@@ -41,6 +19,20 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
          "it is said where the archive is wrong: " + error.reason());
     return 0;
   }
-  use(object);
+  const std::string archive = NSArchiver::archivedDataWithRootObject(*object);
+  const auto copy = NSUnarchiver::unarchiveObjectWithData(archive);
+  must(NSArchiver::archivedDataWithRootObject(*copy) == archive, "what was archived comes back");
+  const auto knob = std::dynamic_pointer_cast<jxAURotaryKnob>(object);
+  if (!knob) return 0;
+  must(std::isfinite(knob->doubleValue()), "a restored knob has a value");
+  drawn(*knob);
+  knob->showTicks();
+  Stage stage;
+  knob->setFrame(NSMakeRect(0, 0, 41, 41));
+  stage.show(knob);
+  stage.play("wheel +0,0 3; press +0,0; drag 3 20; wait 0.2; release");
+  stage.window->close();
+  stage.advance(2);
+  must(std::isfinite(knob->doubleValue()), "a turned knob has a value");
   return 0;
 }

@@ -11,26 +11,14 @@ static void install() {
       [](const volatile void*, size_t) { ++heapCalls; }, [](const volatile void*) { ++heapCalls; });
 }
 #else
-extern "C" {
+extern "C" {  // what C++ calls
 void* __libc_malloc(size_t);
-void* __libc_calloc(size_t, size_t);
-void* __libc_realloc(void*, size_t);
 void* __libc_memalign(size_t, size_t);
 void __libc_free(void*);
 
 void* malloc(size_t size) {
   ++heapCalls;
   return __libc_malloc(size);
-}
-
-void* calloc(size_t number, size_t size) {
-  ++heapCalls;
-  return __libc_calloc(number, size);
-}
-
-void* realloc(void* memory, size_t size) {
-  ++heapCalls;
-  return __libc_realloc(memory, size);
 }
 
 void* aligned_alloc(size_t alignment, size_t size) {

@@ -2,5 +2,5 @@
 
 #include <cstddef>
 
-/// Calls that take, change or give back memory of the heap, by this thread so far.
+/// Calls from C++ that take or give back memory of the heap, by this thread so far.
 size_t heapCallsOfThread();

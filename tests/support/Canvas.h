@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,21 +50,14 @@ inline std::array<int, 4> boundsWhere(const Bitmap& bitmap,
 
 /// A letter a pixel, the upper row first: '.' transparent, '~' partly, else the colour's initial or '?'.
 inline std::vector<std::string> letters(const Bitmap& bitmap) {
-  std::vector<std::string> rows;
-  for (int y = 0; y < bitmap.physicalHeight(); ++y) {
-    std::string row;
+  static const std::map<Pixel, char> initials{{nothing, '.'}, {black, 'k'}, {red, 'r'},
+                                              {green, 'g'},   {blue, 'b'},  {white, 'w'}};
+  std::vector<std::string> rows(bitmap.physicalHeight());
+  for (int y = 0; y < bitmap.physicalHeight(); ++y)
     for (int x = 0; x < bitmap.physicalWidth(); ++x) {
-      const Pixel p = bitmap.pixel(x, y);
-      row += p[3] == 0    ? '.'
-             : p[3] < 255 ? '~'
-             : p == black ? 'k'
-             : p == red   ? 'r'
-             : p == green ? 'g'
-             : p == blue  ? 'b'
-             : p == white ? 'w'
-                          : '?';
+      const auto known = initials.find(bitmap.pixel(x, y));
+      const bool isOpaque = bitmap.pixel(x, y)[3] == 255;
+      rows[y] += known != initials.end() ? known->second : isOpaque ? '?' : '~';
     }
-    rows.push_back(row);
-  }
   return rows;
 }

@@ -9,17 +9,10 @@
 
 #include "NSBundle.h"
 
-/// A bundle on disk made for one test, in a temporary folder of its own that goes with this object.
+/// A bundle on disk made for one test, without files at first, in a temporary folder that goes with it.
 class ScratchBundle {
  public:
-  /// Without files, not even its Info.xml; or a copy of another bundle, given by its folder.
-  explicit ScratchBundle(const std::filesystem::path& original = {}) {
-    std::filesystem::create_directories(contents_ / "Resources");
-    if (!original.empty())
-      std::filesystem::copy(
-          original, contents_.parent_path(),
-          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
-  }
+  ScratchBundle() { std::filesystem::create_directories(contents_ / "Resources"); }
   ~ScratchBundle() { std::filesystem::remove_all(contents_.parent_path().parent_path()); }
   ScratchBundle(const ScratchBundle&) = delete;
   ScratchBundle& operator=(const ScratchBundle&) = delete;

@@ -23,7 +23,6 @@ enum TestParameter : AudioUnitParameterID {
 class TestEffect : public AUEffectBase {
  public:
   TestEffect() : TestEffect(std::make_shared<Rows>(testRows())) {}
-  using AUEffectBase::setLatency;
 
   /// The meter is found by another identifier from now on, which has to be above the others. Announced.
   void setMeterId(AudioUnitParameterID id);
