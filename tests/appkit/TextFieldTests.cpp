@@ -19,6 +19,9 @@ class TextField : public ViewBench, public NSObject {
       root->addSubview(field);
     }
   }
+  ~TextField() override {
+    if (window) window->close();  // editing ends while the delegate is there
+  }
 
   const Class& isa() const override {
     static const Class c = Class::of<NSObject>("TextField", NSObject::record())
