@@ -25,10 +25,10 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const auto knob = std::dynamic_pointer_cast<jxAURotaryKnob>(object);
   if (!knob) return 0;
   must(std::isfinite(knob->doubleValue()), "a restored knob has a value");
+  knob->setFrame(NSMakeRect(0, 0, 41, 41));  // a frame of any size is an archive's right, but no bitmap's
   drawn(*knob);
   knob->showTicks();
   Stage stage;
-  knob->setFrame(NSMakeRect(0, 0, 41, 41));
   stage.show(knob);
   stage.play("wheel +0,0 3; press +0,0; drag 3 20; wait 0.2; release");
   stage.window->close();
